@@ -1,0 +1,22 @@
+#!/usr/bin/env bash
+# Installs every build and test dependency on Debian 12. Idempotent and quiet when all is there.
+set -euo pipefail
+
+packages=(
+    build-essential cmake ninja-build pkg-config clang libclang-rt-14-dev clang-format
+    gettext libplist-dev libglib2.0-dev libcli11-dev libfmt-dev nlohmann-json3-dev
+    libgtest-dev libgmock-dev googletest libbenchmark-dev python3
+)
+
+missing=()
+for p in "${packages[@]}"; do
+    dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "ok installed" || missing+=("$p")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+echo "installing: ${missing[*]}"
+SUDO=""
+[ "$(id -u)" -ne 0 ] && SUDO="sudo"
+export DEBIAN_FRONTEND=noninteractive
+$SUDO apt-get update -qq
+$SUDO apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null

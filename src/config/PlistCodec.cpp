@@ -1,0 +1,211 @@
+#include "config/PlistCodec.h"
+
+#include "support/FileIO.h"
+
+#include <cerrno>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <memory>
+#include <plist/plist.h>
+
+namespace px::plist {
+
+namespace {
+
+// Seconds between 1970-01-01 and 2001-01-01, the epoch of property-list dates.
+constexpr double kReferenceDateOffset = 978307200.0;
+
+struct PlistDeleter {
+    void operator()(plist_t node) const { plist_free(node); }
+};
+using PlistHandle = std::unique_ptr<void, PlistDeleter>;
+
+struct MallocDeleter {
+    void operator()(char* text) const { std::free(text); }
+};
+using MallocText = std::unique_ptr<char, MallocDeleter>;
+
+Value fromNode(plist_t node, int depth);
+
+Value arrayFromNode(plist_t node, int depth) {
+    Array items;
+    uint32_t count = plist_array_get_size(node);
+    items.reserve(count);
+    for (uint32_t i = 0; i < count; ++i) {
+        Value item = fromNode(plist_array_get_item(node, i), depth + 1);
+        if (item) items.push_back(std::move(item));
+    }
+    return Value::makeArray(std::move(items));
+}
+
+Value dictionaryFromNode(plist_t node, int depth) {
+    Dictionary entries;
+    plist_dict_iter iter = nullptr;
+    plist_dict_new_iter(node, &iter);
+    for (;;) {
+        char* key = nullptr;
+        plist_t item = nullptr;
+        plist_dict_next_item(node, iter, &key, &item);
+        if (!key) break;
+        MallocText owned(key);
+        if (Value value = fromNode(item, depth + 1)) entries.insert_or_assign(key, std::move(value));
+    }
+    std::free(iter);
+    return Value::makeDictionary(std::move(entries));
+}
+
+Value stringFromNode(plist_t node) {
+    char* text = nullptr;
+    plist_get_string_val(node, &text);
+    MallocText owned(text);
+    return Value(std::string(text ? text : ""));
+}
+
+Value dataFromNode(plist_t node) {
+    char* bytes = nullptr;
+    uint64_t length = 0;
+    plist_get_data_val(node, &bytes, &length);
+    MallocText owned(bytes);
+    auto* begin = reinterpret_cast<const std::uint8_t*>(bytes);
+    return Value::makeData(bytes ? Bytes(begin, begin + length) : Bytes{});
+}
+
+Value dateFromNode(plist_t node) {
+    int32_t seconds = 0, micros = 0;
+    plist_get_date_val(node, &seconds, &micros);
+    return Value::makeDate(kReferenceDateOffset + seconds + micros / 1e6);
+}
+
+Value scalarFromNode(plist_t node) {
+    switch (plist_get_node_type(node)) {
+    case PLIST_BOOLEAN: {
+        uint8_t flag = 0;
+        plist_get_bool_val(node, &flag);
+        return Value(flag != 0);
+    }
+    case PLIST_UINT: {
+        uint64_t number = 0;
+        plist_get_uint_val(node, &number);
+        return Value(static_cast<std::int64_t>(number));
+    }
+    case PLIST_REAL: {
+        double number = 0;
+        plist_get_real_val(node, &number);
+        return Value(number);
+    }
+    case PLIST_STRING:
+        return stringFromNode(node);
+    case PLIST_DATA:
+        return dataFromNode(node);
+    case PLIST_DATE:
+        return dateFromNode(node);
+    default:
+        return {};
+    }
+}
+
+// Nesting deeper than this is refused rather than risking the stack on hostile files.
+constexpr int kMaxDepth = 512;
+
+Value fromNode(plist_t node, int depth) {
+    if (!node || depth > kMaxDepth) return {};
+    switch (plist_get_node_type(node)) {
+    case PLIST_ARRAY:
+        return arrayFromNode(node, depth);
+    case PLIST_DICT:
+        return dictionaryFromNode(node, depth);
+    default:
+        return scalarFromNode(node);
+    }
+}
+
+plist_t toNode(const Value& value);
+
+plist_t arrayToNode(const Value& value) {
+    plist_t node = plist_new_array();
+    for (const auto& item : value.array())
+        if (plist_t child = toNode(item)) plist_array_append_item(node, child);
+    return node;
+}
+
+plist_t dictionaryToNode(const Value& value) {
+    plist_t node = plist_new_dict();
+    for (const auto& [key, item] : value.dictionary())
+        if (plist_t child = toNode(item)) plist_dict_set_item(node, key.c_str(), child);
+    return node;
+}
+
+plist_t dateToNode(double secondsSince1970) {
+    double since2001 = secondsSince1970 - kReferenceDateOffset;
+    double whole = std::floor(since2001);
+    constexpr double lo = std::numeric_limits<int32_t>::min(), hi = std::numeric_limits<int32_t>::max();
+    whole = std::fmin(std::fmax(whole, lo), hi);
+    auto micros = static_cast<int32_t>(std::lround((since2001 - whole) * 1e6));
+    return plist_new_date(static_cast<int32_t>(whole), micros);
+}
+
+plist_t toNode(const Value& value) {
+    if (!value) return nullptr;
+    switch (value.type()) {
+    case Type::Null:
+        return nullptr;
+    case Type::Boolean:
+        return plist_new_bool(value.boolean());
+    case Type::Integer:
+        return plist_new_uint(static_cast<uint64_t>(value.integer()));
+    case Type::Real:
+        return plist_new_real(value.real());
+    case Type::String:
+        return plist_new_string(value.string().c_str());
+    case Type::Date:
+        return dateToNode(value.dateSeconds());
+    case Type::Data:
+        return plist_new_data(reinterpret_cast<const char*>(value.data().data()), value.data().size());
+    case Type::Array:
+        return arrayToNode(value);
+    case Type::Dictionary:
+        return dictionaryToNode(value);
+    }
+    return nullptr;
+}
+
+} // namespace
+
+ErrorOr<Value> parse(std::string_view bytes) {
+    if (bytes.empty()) return Error{"the property list is empty", EINVAL};
+    if (bytes.size() > std::numeric_limits<uint32_t>::max()) return Error{"the property list is too large", EFBIG};
+    plist_t root = nullptr;
+    plist_from_memory(bytes.data(), static_cast<uint32_t>(bytes.size()), &root);
+    PlistHandle owned(root);
+    if (!root) return Error{"the property list cannot be parsed", EINVAL};
+    Value value = fromNode(root, 0);
+    if (!value) return Error{"the property list holds no value", EINVAL};
+    return value;
+}
+
+ErrorOr<std::string> serialize(const Value& value, Format format) {
+    PlistHandle root(toNode(value));
+    if (!root) return Error{"nothing to write", EINVAL};
+    char* text = nullptr;
+    uint32_t length = 0;
+    if (format == Format::Xml)
+        plist_to_xml(root.get(), &text, &length);
+    else
+        plist_to_bin(root.get(), &text, &length);
+    MallocText owned(text);
+    if (!text) return Error{"the property list cannot be written", EINVAL};
+    return std::string(text, length);
+}
+
+ErrorOr<Value> readFile(const std::string& path) {
+    auto bytes = TRY(io::readWholeFile(path));
+    return parse(bytes);
+}
+
+ErrorOr<void> writeFileAtomically(const std::string& path, const Value& value, Format format) {
+    auto bytes = TRY(serialize(value, format));
+    return io::replaceFileAtomically(path, bytes);
+}
+
+} // namespace px::plist

@@ -1,0 +1,58 @@
+#include "platform/Settings.h"
+
+#include <cstdlib>
+
+namespace px::platform {
+
+namespace {
+
+bool stringIsTrue(const std::string& text) {
+    if (text.empty()) return false;
+    char first = text.front();
+    if (first == 'Y' || first == 'y' || first == 'T' || first == 't') return true;
+    return std::strtoll(text.c_str(), nullptr, 10) != 0;
+}
+
+} // namespace
+
+bool Settings::boolForKey(std::string_view key) {
+    plist::Value value = objectForKey(key);
+    if (value.isNumber()) return value.boolean();
+    if (value.isString()) return stringIsTrue(value.string());
+    return false;
+}
+
+std::int64_t Settings::integerForKey(std::string_view key) {
+    plist::Value value = objectForKey(key);
+    if (value.isNumber()) return value.integer();
+    if (value.isString()) return std::strtoll(value.string().c_str(), nullptr, 10);
+    return 0;
+}
+
+std::optional<std::string> Settings::stringForKey(std::string_view key) {
+    plist::Value value = objectForKey(key);
+    if (value.isString()) return value.string();
+    if (value.isNumber()) return value.description();
+    return std::nullopt;
+}
+
+plist::Value Settings::arrayForKey(std::string_view key) {
+    plist::Value value = objectForKey(key);
+    return value.isArray() ? value : plist::Value{};
+}
+
+plist::Value Settings::dictionaryForKey(std::string_view key) {
+    plist::Value value = objectForKey(key);
+    return value.isDictionary() ? value : plist::Value{};
+}
+
+std::int64_t Settings::increment(const std::string& key) {
+    std::int64_t result = 0;
+    modify(key, [&](const plist::Value& old) {
+        result = (old.isNumber() ? old.integer() : 0) + 1;
+        return plist::Value(result);
+    });
+    return result;
+}
+
+} // namespace px::platform

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "platform/Settings.h"
+
+#include <mutex>
+#include <sys/types.h>
+
+namespace px::platform {
+
+// A settings suite kept in one XML property-list file. Reads reload only when the file
+// changed (a warm read costs one stat). Every write re-reads the file under an advisory lock,
+// changes the key and replaces the file atomically, so no key written by another process is
+// lost. A file that cannot be parsed is reported once, read as empty, and moved aside to
+// "<name>.broken" (never over an earlier one) before anything is written over it.
+class PlistFileSettings final : public Settings {
+public:
+    explicit PlistFileSettings(std::string path);
+
+    plist::Value objectForKey(std::string_view key) override;
+    void setObject(const std::string& key, plist::Value value) override;
+    void modify(const std::string& key,
+                const std::function<plist::Value(const plist::Value&)>& change) override;
+
+    const std::string& path() const { return m_path; }
+    // The whole suite as it is on disk now.
+    plist::Value snapshot();
+
+private:
+    struct FileIdentity {
+        dev_t device = 0;
+        ino_t inode = 0;
+        off_t size = -1;
+        long long modifiedNanos = 0;
+        bool operator==(const FileIdentity&) const = default;
+    };
+
+    void refreshLocked();
+    void loadLocked(const FileIdentity& identity);
+    void moveBrokenFileAsideLocked();
+    void reportOnce(const std::string& message);
+
+    std::string m_path;
+    std::mutex m_mutex;
+    plist::Value m_root;
+    FileIdentity m_identity;
+    bool m_broken = false;
+    bool m_reported = false;
+};
+
+} // namespace px::platform
