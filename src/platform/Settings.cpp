@@ -1,24 +1,15 @@
 #include "platform/Settings.h"
 
+#include "config/ItemFields.h"
+
 #include <cstdlib>
 
 namespace px::platform {
 
-namespace {
-
-bool stringIsTrue(const std::string& text) {
-    if (text.empty()) return false;
-    char first = text.front();
-    if (first == 'Y' || first == 'y' || first == 'T' || first == 't') return true;
-    return std::strtoll(text.c_str(), nullptr, 10) != 0;
-}
-
-} // namespace
-
 bool Settings::boolForKey(std::string_view key) {
     plist::Value value = objectForKey(key);
     if (value.isNumber()) return value.boolean();
-    if (value.isString()) return stringIsTrue(value.string());
+    if (value.isString()) return fields::stringIsTrue(value.string());
     return false;
 }
 
