@@ -1,0 +1,171 @@
+#include "config/Localization.h"
+
+#include "config/LanguageChoice.h"
+#include "config/MoCatalogue.h"
+#include "support/FileIO.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+// glibc's dgettext is deliberately not used. Under the C locale (a test with LC_ALL=C, or a
+// program that never calls setlocale) it never opens a catalogue and hands back the msgid,
+// but the English catalogue must apply there too: it is what turns keys such as "Delete Tip"
+// into sentences. It also binds one folder per domain, while the catalogues are searched in
+// several (PXMENU_LOCALEDIR, the build tree, the installed tree).
+
+namespace px {
+
+namespace {
+
+std::vector<std::string> catalogueFolders() {
+    std::vector<std::string> folders;
+    if (const char* custom = std::getenv("PXMENU_LOCALEDIR"); custom && *custom)
+        folders.emplace_back(custom);
+    folders.emplace_back(PX_BUILD_LOCALEDIR);
+    folders.emplace_back(PX_INSTALL_LOCALEDIR);
+    return folders;
+}
+
+std::string joined(const std::vector<std::string>& parts, char separator) {
+    std::string result;
+    for (const auto& part : parts)
+        result.append(part).push_back(separator);
+    return result;
+}
+
+using CataloguePtr = std::shared_ptr<const MoCatalogue>;
+
+// Catalogues loaded once per file, and the catalogue chosen for each combination of language
+// preferences and folders. A damaged file is reported once and passed over, so the search goes
+// on with the next folder or language and ends, at worst, with the keys themselves.
+class CatalogueCache {
+  public:
+    CataloguePtr catalogueFor(const std::vector<std::string>& languages,
+                              const std::vector<std::string>& folders) {
+        const std::string choice = joined(folders, '\n') + '\n' + joined(languages, ':');
+        std::lock_guard lock(m_mutex);
+        if (auto found = m_byChoice.find(choice); found != m_byChoice.end()) return found->second;
+        return m_byChoice[choice] = search(languages, folders);
+    }
+
+    void clear() {
+        std::lock_guard lock(m_mutex);
+        m_byChoice.clear();
+        m_byPath.clear();
+    }
+
+  private:
+    CataloguePtr search(const std::vector<std::string>& languages,
+                        const std::vector<std::string>& folders) {
+        for (const auto& language : languages)
+            for (const auto& folder : folders)
+                if (auto catalogue = loadOnce(folder + "/" + language + "/LC_MESSAGES/pxmenu.mo"))
+                    return catalogue;
+        return nullptr;
+    }
+
+    CataloguePtr loadOnce(const std::string& path) {
+        if (auto found = m_byPath.find(path); found != m_byPath.end()) return found->second;
+        if (!io::exists(path)) return nullptr;
+        return m_byPath[path] = load(path);
+    }
+
+    static CataloguePtr load(const std::string& path) {
+        auto bytes = io::readWholeFile(path);
+        if (bytes.isError()) return ignored(path, bytes.error().message);
+        auto catalogue = MoCatalogue::parse(bytes.value());
+        if (catalogue.isError()) return ignored(path, catalogue.error().message);
+        return std::make_shared<const MoCatalogue>(catalogue.releaseValue());
+    }
+
+    static CataloguePtr ignored(const std::string& path, const std::string& reason) {
+        fmt::print(stderr, "pxmenu: ignoring message catalogue {}: {}\n", path, reason);
+        return nullptr;
+    }
+
+    std::mutex m_mutex;
+    std::map<std::string, CataloguePtr> m_byChoice;
+    std::map<std::string, CataloguePtr> m_byPath;
+};
+
+CatalogueCache& catalogueCache() {
+    static CatalogueCache cache;
+    return cache;
+}
+
+struct Placeholder {
+    std::size_t length = 0;
+    bool isPercent = false;
+    std::optional<std::size_t> position; // "%2$@" names its argument
+};
+
+// The position prefix "N$" of a placeholder, read after its "%".
+std::optional<std::size_t> readPosition(std::string_view text, std::size_t& at) {
+    std::size_t end = at, value = 0;
+    while (end < text.size() && end - at < 3 && text[end] >= '0' && text[end] <= '9')
+        value = value * 10 + static_cast<std::size_t>(text[end++] - '0');
+    if (end == at || end >= text.size() || text[end] != '$' || value == 0) return std::nullopt;
+    at = end + 1;
+    return value - 1;
+}
+
+// The placeholder at the start of `text` (which begins with "%"), if it is one this file fills.
+std::optional<Placeholder> readPlaceholder(std::string_view text) {
+    if (text.size() >= 2 && text[1] == '%') return Placeholder{2, true, std::nullopt};
+    std::size_t at = 1;
+    Placeholder placeholder;
+    placeholder.position = readPosition(text, at);
+    for (int i = 0; i < 2 && at < text.size() &&
+                    std::string_view("lzqhjt").find(text[at]) != std::string_view::npos;
+         ++i)
+        ++at;
+    if (at >= text.size() || std::string_view("@dius").find(text[at]) == std::string_view::npos)
+        return std::nullopt;
+    placeholder.length = at + 1;
+    return placeholder;
+}
+
+} // namespace
+
+std::string localized(std::string_view key) {
+    if (key.empty()) return {};
+    const auto catalogue = catalogueCache().catalogueFor(
+        catalogueLanguages(LocaleEnvironment::fromProcess()), catalogueFolders());
+    if (catalogue)
+        if (auto text = catalogue->find(key)) return std::string(*text);
+    return std::string(key);
+}
+
+std::string formatLocalizedText(std::string_view text, std::span<const std::string> arguments) {
+    std::string result;
+    std::size_t next = 0;
+    for (std::size_t i = 0; i < text.size();) {
+        const auto placeholder =
+            text[i] == '%' ? readPlaceholder(text.substr(i)) : std::optional<Placeholder>();
+        if (!placeholder) {
+            result.push_back(text[i++]);
+            continue;
+        }
+        const std::size_t index = placeholder->position.value_or(next);
+        if (!placeholder->position && !placeholder->isPercent) ++next;
+        if (placeholder->isPercent)
+            result.push_back('%');
+        else if (index < arguments.size())
+            result += arguments[index];
+        else
+            result += text.substr(i, placeholder->length);
+        i += placeholder->length;
+    }
+    return result;
+}
+
+void resetLocalizationForTesting() {
+    catalogueCache().clear();
+}
+
+} // namespace px
