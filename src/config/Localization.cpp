@@ -114,18 +114,19 @@ std::optional<std::size_t> readPosition(std::string_view text, std::size_t& at) 
     return value - 1;
 }
 
+bool isOneOf(std::string_view text, std::size_t at, std::string_view characters) {
+    return at < text.size() && characters.find(text[at]) != std::string_view::npos;
+}
+
 // The placeholder at the start of `text` (which begins with "%"), if it is one this file fills.
 std::optional<Placeholder> readPlaceholder(std::string_view text) {
-    if (text.size() >= 2 && text[1] == '%') return Placeholder{2, true, std::nullopt};
+    if (isOneOf(text, 1, "%")) return Placeholder{2, true, std::nullopt};
     std::size_t at = 1;
     Placeholder placeholder;
     placeholder.position = readPosition(text, at);
-    for (int i = 0; i < 2 && at < text.size() &&
-                    std::string_view("lzqhjt").find(text[at]) != std::string_view::npos;
-         ++i)
-        ++at;
-    if (at >= text.size() || std::string_view("@dius").find(text[at]) == std::string_view::npos)
-        return std::nullopt;
+    if (isOneOf(text, at, "lzqhjt")) ++at; // length modifiers: "l", "ll", "hh", ...
+    if (isOneOf(text, at, "lzqhjt")) ++at;
+    if (!isOneOf(text, at, "@dius")) return std::nullopt;
     placeholder.length = at + 1;
     return placeholder;
 }
