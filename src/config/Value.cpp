@@ -1,8 +1,10 @@
 #include "config/Value.h"
 
 #include <cassert>
+#include <chrono>
 #include <cmath>
 #include <fmt/format.h>
+#include <limits>
 #include <variant>
 
 namespace px::plist {
@@ -16,13 +18,23 @@ struct Value::Node {
 
 namespace {
 
-template <typename Payload> std::shared_ptr<Value::Node> makeNode(Type type, Payload payload,
-                                                                  bool isMutable = false) {
+template <typename Payload>
+std::shared_ptr<Value::Node> makeNode(Type type, Payload payload, bool isMutable = false) {
     auto node = std::make_shared<Value::Node>();
     node->type = type;
     node->isMutable = isMutable;
     node->payload = std::move(payload);
     return node;
+}
+
+// Reals convert toward zero; values beyond the 64-bit range saturate and NaN reads as 0, where a
+// plain cast would be undefined.
+std::int64_t saturatingInteger(double real) {
+    constexpr double limit = 9223372036854775808.0; // 2^63
+    if (std::isnan(real)) return 0;
+    if (real >= limit) return std::numeric_limits<std::int64_t>::max();
+    if (real < -limit) return std::numeric_limits<std::int64_t>::min();
+    return static_cast<std::int64_t>(real);
 }
 
 } // namespace
@@ -32,10 +44,18 @@ Value::Value(Type type, std::int64_t integer) : m_node(makeNode(type, integer)) 
 Value::Value(double real) : m_node(makeNode(Type::Real, real)) {}
 Value::Value(std::string string) : m_node(makeNode(Type::String, std::move(string))) {}
 
-Value Value::null() { return Value(makeNode(Type::Null, std::monostate{})); }
-Value Value::makeDate(double secondsSince1970) { return Value(makeNode(Type::Date, secondsSince1970)); }
-Value Value::makeData(Bytes bytes) { return Value(makeNode(Type::Data, std::move(bytes))); }
-Value Value::makeArray(Array items) { return Value(makeNode(Type::Array, std::move(items))); }
+Value Value::null() {
+    return Value(makeNode(Type::Null, std::monostate{}));
+}
+Value Value::makeDate(double secondsSince1970) {
+    return Value(makeNode(Type::Date, secondsSince1970));
+}
+Value Value::makeData(Bytes bytes) {
+    return Value(makeNode(Type::Data, std::move(bytes)));
+}
+Value Value::makeArray(Array items) {
+    return Value(makeNode(Type::Array, std::move(items)));
+}
 Value Value::makeMutableArray(Array items) {
     return Value(makeNode(Type::Array, std::move(items), true));
 }
@@ -55,9 +75,13 @@ bool Value::isNumber() const {
     return is(Type::Boolean) || is(Type::Integer) || is(Type::Real);
 }
 
-bool Value::isMutable() const { return m_node && m_node->isMutable; }
+bool Value::isMutable() const {
+    return m_node && m_node->isMutable;
+}
 
-bool Value::boolean() const { return integer() != 0 || (is(Type::Real) && real() != 0.0); }
+bool Value::boolean() const {
+    return integer() != 0 || (is(Type::Real) && real() != 0.0);
+}
 
 std::int64_t Value::integer() const {
     switch (type()) {
@@ -66,7 +90,7 @@ std::int64_t Value::integer() const {
     case Type::Integer:
         return std::get<std::int64_t>(m_node->payload);
     default:
-        return static_cast<std::int64_t>(real());
+        return saturatingInteger(real());
     }
 }
 
@@ -80,11 +104,21 @@ double Value::real() const {
     }
 }
 
-const std::string& Value::string() const { return std::get<std::string>(m_node->payload); }
-double Value::dateSeconds() const { return std::get<double>(m_node->payload); }
-const Bytes& Value::data() const { return std::get<Bytes>(m_node->payload); }
-const Array& Value::array() const { return std::get<Array>(m_node->payload); }
-const Dictionary& Value::dictionary() const { return std::get<Dictionary>(m_node->payload); }
+const std::string& Value::string() const& {
+    return std::get<std::string>(m_node->payload);
+}
+double Value::dateSeconds() const {
+    return std::get<double>(m_node->payload);
+}
+const Bytes& Value::data() const& {
+    return std::get<Bytes>(m_node->payload);
+}
+const Array& Value::array() const& {
+    return std::get<Array>(m_node->payload);
+}
+const Dictionary& Value::dictionary() const& {
+    return std::get<Dictionary>(m_node->payload);
+}
 
 Array& Value::mutableArray() const {
     assert(isMutable());
@@ -106,6 +140,15 @@ Value Value::get(std::string_view key) const {
 bool Value::set(std::string key, Value value) const {
     if (!isDictionary() || !isMutable()) return false;
     mutableDictionary().insert_or_assign(std::move(key), std::move(value));
+    return true;
+}
+
+bool Value::remove(std::string_view key) const {
+    if (!isDictionary() || !isMutable()) return false;
+    auto& entries = mutableDictionary();
+    auto it = entries.find(key);
+    if (it == entries.end()) return false;
+    entries.erase(it);
     return true;
 }
 
@@ -141,7 +184,11 @@ Value Value::frozen() const {
 bool Value::operator==(const Value& other) const {
     if (m_node == other.m_node) return true;
     if (!m_node || !other.m_node) return false;
-    if (isNumber() && other.isNumber()) return real() == other.real();
+    if (isNumber() && other.isNumber()) {
+        // Integers compare exactly: through double, 2^53 + 1 would equal 2^53.
+        if (is(Type::Real) || other.is(Type::Real)) return real() == other.real();
+        return integer() == other.integer();
+    }
     if (type() != other.type()) return false;
     return m_node->payload == other.m_node->payload;
 }
@@ -161,6 +208,20 @@ std::string describeData(const Bytes& bytes) {
     return text + "}";
 }
 
+// A date as the platform writes one: "2024-02-03 04:05:06 +0000", in UTC.
+std::string describeDate(double secondsSince1970) {
+    using namespace std::chrono;
+    if (!std::isfinite(secondsSince1970) || std::fabs(secondsSince1970) > 1e14)
+        return fmt::format("{} seconds since 1970", describeReal(secondsSince1970));
+    sys_seconds instant{seconds{static_cast<std::int64_t>(std::floor(secondsSince1970))}};
+    auto day = floor<days>(instant);
+    year_month_day date{day};
+    hh_mm_ss time{instant - day};
+    return fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02} +0000", int(date.year()),
+                       unsigned(date.month()), unsigned(date.day()), time.hours().count(),
+                       time.minutes().count(), time.seconds().count());
+}
+
 } // namespace
 
 std::string Value::description() const {
@@ -176,7 +237,7 @@ std::string Value::description() const {
     case Type::String:
         return string();
     case Type::Date:
-        return fmt::format("{} seconds since 1970", describeReal(dateSeconds()));
+        return describeDate(dateSeconds());
     case Type::Data:
         return describeData(data());
     case Type::Array: {

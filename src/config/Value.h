@@ -10,7 +10,17 @@
 
 namespace px::plist {
 
-enum class Type : std::uint8_t { Null, Boolean, Integer, Real, String, Date, Data, Array, Dictionary };
+enum class Type : std::uint8_t {
+    Null,
+    Boolean,
+    Integer,
+    Real,
+    String,
+    Date,
+    Data,
+    Array,
+    Dictionary
+};
 
 class Value;
 using Array = std::vector<Value>;
@@ -22,12 +32,12 @@ using Bytes = std::vector<std::uint8_t>;
 // change in place, and every holder sees the change. A default-constructed Value is "nothing"
 // (absent), which is distinct from the null value.
 class Value {
-public:
+  public:
     Value() = default;
     Value(bool boolean);
     template <typename T>
-        requires(std::is_integral_v<T> && !std::is_same_v<T, bool>)
-    Value(T integer) : Value(Type::Integer, static_cast<std::int64_t>(integer)) {}
+    requires(std::is_integral_v<T> && !std::is_same_v<T, bool>) Value(T integer)
+        : Value(Type::Integer, static_cast<std::int64_t>(integer)) {}
     Value(double real);
     Value(std::string string);
     Value(std::string_view string) : Value(std::string(string)) {}
@@ -58,11 +68,16 @@ public:
     bool boolean() const;
     std::int64_t integer() const;
     double real() const;
-    const std::string& string() const;
+    const std::string& string() const&;
+    std::string string() const&& { return static_cast<const Value&>(*this).string(); }
     double dateSeconds() const;
-    const Bytes& data() const;
-    const Array& array() const;
-    const Dictionary& dictionary() const;
+    const Bytes& data() const&;
+    Bytes data() const&& { return static_cast<const Value&>(*this).data(); }
+    const Array& array() const&;
+    // On a temporary the contents are copied out, so `for (x : f().array())` stays valid.
+    Array array() const&& { return static_cast<const Value&>(*this).array(); }
+    const Dictionary& dictionary() const&;
+    Dictionary dictionary() const&& { return static_cast<const Value&>(*this).dictionary(); }
     Array& mutableArray() const;
     Dictionary& mutableDictionary() const;
 
@@ -70,6 +85,8 @@ public:
     Value get(std::string_view key) const;
     // Stores into a mutable dictionary; returns false for anything else.
     bool set(std::string key, Value value) const;
+    // Removes a key from a mutable dictionary; returns true when the key was there.
+    bool remove(std::string_view key) const;
 
     Value copy() const;
     Value mutableCopy() const;
@@ -82,7 +99,7 @@ public:
 
     struct Node;
 
-private:
+  private:
     Value(Type type, std::int64_t integer);
     explicit Value(std::shared_ptr<Node> node) : m_node(std::move(node)) {}
 
