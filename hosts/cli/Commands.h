@@ -20,6 +20,7 @@ struct UsageError : std::runtime_error {
 void addSetupCommand(CLI::App& app, Outcome& outcome);
 void addConfigCommand(CLI::App& app, Outcome& outcome);
 void addMenuCommand(CLI::App& app, Outcome& outcome);
+void addRunCommand(CLI::App& app, Outcome& outcome);
 void addConfigEditCommands(CLI::App& config);
 
 } // namespace px::cli

@@ -1,24 +1,54 @@
+// pxmenu menu: the menu for a selection, as an indented tree or as JSON.
 #include "Commands.h"
-#include "config/PXMenuManager.h"
+#include "Request.h"
+#include "extension/FinderSync.h"
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 namespace px::cli {
 
-// Until the menu builder arrives this prints the enabled main-menu entries in order.
+namespace {
+
+nlohmann::json toJson(const Menu& menu) {
+    auto array = nlohmann::json::array();
+    for (const auto& entry : menu)
+        array.push_back({{"tag", entry.tag},
+                         {"title", entry.title},
+                         {"key", entry.key},
+                         {"icon", entry.icon},
+                         {"separator", entry.separator},
+                         {"children", toJson(entry.children)}});
+    return array;
+}
+
+void printTree(const Menu& menu, int depth) {
+    std::string indent(static_cast<std::size_t>(depth) * 2, ' ');
+    for (const auto& entry : menu) {
+        if (entry.separator)
+            fmt::print("{:>8}  {}{}\n", "", indent, entry.title);
+        else
+            fmt::print("{:>8}  {}{}  [{}]\n", entry.tag, indent, entry.title, entry.key);
+        printTree(entry.children, depth + 1);
+    }
+}
+
+} // namespace
+
 void addMenuCommand(CLI::App& app, Outcome&) {
     auto* menu = app.add_subcommand("menu", "Print the menu for a selection");
-    static std::vector<std::string> paths;
-    static int kind = 0;
-    static std::string target;
-    menu->add_option("--kind", kind, "Menu kind: 0 items, 1 folder background, 2 sidebar, 3 toolbar")
-        ->check(CLI::Range(0, 3));
-    menu->add_option("--target", target, "The folder being shown");
-    menu->add_option("PATH", paths, "Selected items");
+    static Request request;
+    static bool json = false;
+    request.addOptions(*menu);
+    menu->add_flag("--json", json, "Print the menu as JSON");
     menu->callback([] {
-        int tag = 0;
-        for (const auto& item : PXMenuManager::menuItemArray())
-            fmt::print("{:>6}  {}\n", ++tag, item->key);
+        request.installController();
+        FinderSync sync;
+        Menu built = sync.menuForMenuKind(static_cast<MenuKind>(request.kind));
+        if (json)
+            fmt::print("{}\n", toJson(built).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
+        else
+            printTree(built, 0);
     });
 }
 

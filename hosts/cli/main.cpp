@@ -11,6 +11,7 @@ int main(int argc, char** argv) {
     px::cli::addSetupCommand(app, outcome);
     px::cli::addConfigCommand(app, outcome);
     px::cli::addMenuCommand(app, outcome);
+    px::cli::addRunCommand(app, outcome);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Commands.h"
+#include "extension/MenuEntry.h"
+
+#include <string>
+#include <vector>
+
+namespace px::cli {
+
+// The request options that `menu` and `run` share: the selection, the folder being shown and
+// the menu kind.
+struct Request {
+    std::vector<std::string> paths;
+    std::string target;
+    int kind = 0;
+
+    void addOptions(CLI::App& command);
+    // Installs the controller for the request: absolute selection, target defaulting to the
+    // current folder.
+    void installController() const;
+};
+
+std::string absolutePath(const std::string& path);
+
+} // namespace px::cli

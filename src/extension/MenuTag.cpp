@@ -1,0 +1,41 @@
+#include "extension/MenuTag.h"
+
+#include "extension/MenuEntry.h"
+
+#include <cstdlib>
+#include <fmt/format.h>
+
+namespace px::menutag {
+
+std::string topLevelText(std::int64_t tag) { return fmt::format("{:02d}", tag); }
+
+std::string childText(const std::string& parentText, std::size_t index) {
+    return fmt::format("{}{:02d}", parentText, index + 1);
+}
+
+std::int64_t toTag(const std::string& text) { return std::strtoll(text.c_str(), nullptr, 10); }
+
+std::vector<std::string> pieces(std::int64_t tag) {
+    std::string text = fmt::format("{}", tag);
+    if (text.size() % 2 == 1) text = "0" + text;
+    std::vector<std::string> result;
+    for (std::size_t i = 0; i < text.size(); i += 2)
+        result.push_back(text.substr(i, 2));
+    return result;
+}
+
+int pieceValue(const std::string& piece) { return std::atoi(piece.c_str()); }
+
+} // namespace px::menutag
+
+namespace px {
+
+const MenuEntry* findEntryWithTag(const Menu& menu, std::int64_t tag) {
+    for (const auto& entry : menu) {
+        if (!entry.separator && entry.tag == tag) return &entry;
+        if (const MenuEntry* found = findEntryWithTag(entry.children, tag)) return found;
+    }
+    return nullptr;
+}
+
+} // namespace px

@@ -1,0 +1,39 @@
+// Actions this build does not carry yet: each answers with a clear message instead of silence.
+#include "extension/FinderSync.h"
+
+namespace px {
+
+void FinderSync::createFileWithItem(const PXMenuItem::Ptr&) { actionNotAvailable("New File"); }
+void FinderSync::openCommonPath(const std::string&, const PXMenuItem::Ptr&) {
+    actionNotAvailable("Common Path");
+}
+void FinderSync::openWithApp(const PXMenuItem::Ptr&, const std::optional<std::string>&) {
+    actionNotAvailable("Open With");
+}
+void FinderSync::setFolderIcon(const PXMenuItem::Ptr&) { actionNotAvailable("Folder Icon"); }
+void FinderSync::convertItem(const PXMenuItem::Ptr&, const PXMenuItem::Ptr&) {
+    actionNotAvailable("Convert to");
+}
+void FinderSync::copyfileInfo(const PXMenuItem::Ptr&) { actionNotAvailable("File Info"); }
+void FinderSync::moveAndCopyItem(const PXMenuItem::Ptr&, bool isCopy) {
+    actionNotAvailable(isCopy ? "Copy to" : "Move to");
+}
+void FinderSync::openServe(const std::string&, const std::optional<std::string>&) {
+    actionNotAvailable("Terminal Window");
+}
+void FinderSync::deletePath() { actionNotAvailable("Delete"); }
+void FinderSync::copyPath() { actionNotAvailable("Copy Path"); }
+void FinderSync::showSystemFiles(const PXMenuItem::Ptr&) { actionNotAvailable("System Hide Files"); }
+void FinderSync::hideAndShowFiles(const PXMenuItem::Ptr& item) { actionNotAvailable(item->key); }
+void FinderSync::lockUnlockFiles(const PXMenuItem::Ptr&) { actionNotAvailable("Lock and Unlock"); }
+void FinderSync::cutPasteItem(const PXMenuItem::Ptr&) { actionNotAvailable("Cut Paste"); }
+void FinderSync::encryptedCompress(const PXMenuItem::Ptr&) {
+    actionNotAvailable("Encrypted Compression");
+}
+void FinderSync::embedFolder() { actionNotAvailable("Embed in Folder"); }
+void FinderSync::unembedFolder() { actionNotAvailable("Unembed Folder"); }
+void FinderSync::startColorPicker() { actionNotAvailable("Color Picker"); }
+void FinderSync::executeScript() { actionNotAvailable("Execute Script"); }
+void FinderSync::extractIcon() { actionNotAvailable("Extract Icon"); }
+
+} // namespace px
