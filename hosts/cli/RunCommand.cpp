@@ -3,6 +3,7 @@
 #include "Request.h"
 #include "extension/FinderSync.h"
 #include "platform/Platform.h"
+#include "platform/linux/GioWorkspace.h"
 #include "platform/linux/ScriptedUi.h"
 #include "platform/linux/TerminalUi.h"
 #include "platform/linux/TranscriptPasteboard.h"
@@ -47,6 +48,7 @@ void addRunCommand(CLI::App& app, Outcome& outcome) {
     run->add_option("--ui", ui, "terminal, script:FILE or gui");
     run->callback([&outcome] {
         installUi(ui);
+        platform::current().workspace = std::make_shared<platform::GioWorkspace>();
         request.installController();
         queue::markMainThread();
         FinderSync sync;
