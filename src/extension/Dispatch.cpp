@@ -7,6 +7,7 @@
 #include "extension/MenuTag.h"
 #include "platform/Platform.h"
 #include "support/BuildConfig.h"
+#include "support/Notifications.h"
 #include "support/PXCheckPermit.h"
 #include "support/Queues.h"
 
@@ -159,6 +160,18 @@ void FinderSync::endLoading() {
         clean();
     }
 }
+
+void FinderSync::addNotification(const std::string& name) {
+    NotificationCenter::defaultCenter().addNotification(this, name,
+                                                        [this](const std::string& n) { handleSignal(n); });
+}
+
+void FinderSync::removeNotification(const std::string& name) {
+    NotificationCenter::defaultCenter().removeNotification(this, name);
+}
+
+// Notifications nobody asked this object to handle are ignored.
+void FinderSync::handleSignal(const std::string&) {}
 
 void FinderSync::actionNotAvailable(const std::string& key) {
     alert::alertWithMsg(fmt::format("{}: {}", localized(key), localized("Not Available Yet Tip")));

@@ -62,6 +62,11 @@ public:
     void beginLoading();
     void endLoading();
 
+    // Name-based notifications: the object observes a name once; `handleSignal` receives it.
+    void addNotification(const std::string& name);
+    void removeNotification(const std::string& name);
+    virtual void handleSignal(const std::string& name);
+
     // --- Actions ------------------------------------------------------------------------
     virtual void createFileWithItem(const PXMenuItem::Ptr& item);
     virtual void openCommonPath(const std::string& path, const PXMenuItem::Ptr& item);

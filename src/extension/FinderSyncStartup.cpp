@@ -5,6 +5,7 @@
 #include "config/PXMenuManager.h"
 #include "extension/FinderSync.h"
 #include "platform/Platform.h"
+#include "support/Notifications.h"
 #include "support/Queues.h"
 
 #include <algorithm>
@@ -24,7 +25,10 @@ FinderSync::FinderSync(Options options) {
                                      plist::Value::makeArray());
 }
 
-FinderSync::~FinderSync() { platform::workspace().observeMounts({}); }
+FinderSync::~FinderSync() {
+    NotificationCenter::defaultCenter().removeObserver(this);
+    platform::workspace().observeMounts({});
+}
 
 void FinderSync::setupDirectoryURLs() {
     std::vector<std::string> folders;
