@@ -1,0 +1,84 @@
+#include "support/MainQueue.h"
+
+namespace px::queue {
+
+void MainQueue::post(Task task) {
+    {
+        std::lock_guard lock(m_mutex);
+        m_schedule.push(std::move(task));
+        ++m_generation;
+    }
+    m_changed.notify_all();
+}
+
+TaskId MainQueue::postAt(Clock::time_point due, Task task) {
+    TaskId id;
+    {
+        std::lock_guard lock(m_mutex);
+        id = m_schedule.pushAt(due, std::move(task));
+        ++m_generation;
+    }
+    m_changed.notify_all();
+    return id;
+}
+
+bool MainQueue::cancel(TaskId id) {
+    bool removed;
+    {
+        std::lock_guard lock(m_mutex);
+        removed = m_schedule.cancel(id);
+        if (removed) ++m_generation;
+    }
+    if (removed) m_changed.notify_all();
+    return removed;
+}
+
+int MainQueue::runPendingOnce() {
+    std::deque<Task> batch;
+    {
+        std::lock_guard lock(m_mutex);
+        m_schedule.promoteDue(Clock::now());
+        batch = m_schedule.takeReady();
+    }
+    int count = 0;
+    for (; !batch.empty(); batch.pop_front(), ++count)
+        runReportingFailure(batch.front(), "main");
+    return count;
+}
+
+void MainQueue::runUntilIdle(const std::function<bool()>& otherWorkPending) {
+    for (;;) {
+        if (runPendingOnce() > 0) continue;
+        std::unique_lock lock(m_mutex);
+        m_schedule.promoteDue(Clock::now());
+        if (m_schedule.hasReady()) continue;
+        if (m_schedule.isEmpty() && !otherWorkPending()) return;
+        waitForWork(lock, otherWorkPending);
+    }
+}
+
+// Sleeps until the next delayed task is due or the schedule changes or wake() is called.
+void MainQueue::waitForWork(std::unique_lock<std::mutex>& lock,
+                            const std::function<bool()>& otherWork) {
+    std::uint64_t seen = m_generation;
+    auto changed = [&] { return m_generation != seen || (m_schedule.isEmpty() && !otherWork()); };
+    if (auto due = m_schedule.nextDue())
+        m_changed.wait_until(lock, *due, changed);
+    else
+        m_changed.wait(lock, changed);
+}
+
+void MainQueue::wake() {
+    {
+        std::lock_guard lock(m_mutex);
+        ++m_generation;
+    }
+    m_changed.notify_all();
+}
+
+bool MainQueue::isEmpty() const {
+    std::lock_guard lock(m_mutex);
+    return m_schedule.isEmpty();
+}
+
+} // namespace px::queue
