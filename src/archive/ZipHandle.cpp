@@ -16,9 +16,8 @@ namespace {
 // libzip writes the archive into a new file beside the path at close; refuse early when it could
 // not, rather than after all the work.
 ErrorOr<void> checkFolderWritable(const std::string& path) {
-    std::string folder = std::filesystem::path(path).parent_path().string();
-    if (folder.empty()) folder = ".";
-    if (::access(folder.c_str(), W_OK | X_OK) != 0)
+    std::filesystem::path folder = std::filesystem::path(path).parent_path();
+    if (::access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) != 0)
         return Error::fromErrno("cannot create " + path, errno);
     return {};
 }
