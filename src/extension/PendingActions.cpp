@@ -14,7 +14,6 @@ void FinderSync::setFolderIcon(const PXMenuItem::Ptr&) { actionNotAvailable("Fol
 void FinderSync::convertItem(const PXMenuItem::Ptr&, const PXMenuItem::Ptr&) {
     actionNotAvailable("Convert to");
 }
-void FinderSync::copyfileInfo(const PXMenuItem::Ptr&) { actionNotAvailable("File Info"); }
 void FinderSync::moveAndCopyItem(const PXMenuItem::Ptr&, bool isCopy) {
     actionNotAvailable(isCopy ? "Copy to" : "Move to");
 }
@@ -32,7 +31,6 @@ void FinderSync::encryptedCompress(const PXMenuItem::Ptr&) {
 }
 void FinderSync::embedFolder() { actionNotAvailable("Embed in Folder"); }
 void FinderSync::unembedFolder() { actionNotAvailable("Unembed Folder"); }
-void FinderSync::startColorPicker() { actionNotAvailable("Color Picker"); }
 void FinderSync::executeScript() { actionNotAvailable("Execute Script"); }
 void FinderSync::extractIcon() { actionNotAvailable("Extract Icon"); }
 
