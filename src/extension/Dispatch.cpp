@@ -1,6 +1,7 @@
 // Turning a chosen tag back into its item, routing it to its action and counting the use.
 #include "actions/Alerts.h"
 #include "actions/FileHash.h"
+#include "archive/PXLoadingWinCtl.h"
 #include "config/Localization.h"
 #include "config/PXMenuManager.h"
 #include "extension/FinderSync.h"
@@ -143,15 +144,19 @@ void FinderSync::goReview() {
 }
 
 void FinderSync::clean() {
-    if (m_progressOpen) platform::ui().progressClose();
-    m_progressOpen = false;
+    if (m_loadingWinCtl) m_loadingWinCtl->close();
+    m_loadingWinCtl.reset();
+    compress.reset();
+}
+
+PXLoadingWinCtl& FinderSync::loadingWinCtl() {
+    if (!m_loadingWinCtl) m_loadingWinCtl = std::make_shared<PXLoadingWinCtl>();
+    return *m_loadingWinCtl;
 }
 
 void FinderSync::beginLoading() {
     ++loadingCount;
-    if (m_progressOpen) return;
-    m_progressOpen = true;
-    platform::ui().progressOpen([] {});
+    loadingWinCtl().open();
 }
 
 void FinderSync::endLoading() {

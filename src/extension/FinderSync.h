@@ -12,6 +12,9 @@
 
 namespace px {
 
+class PXCompress;
+class PXLoadingWinCtl;
+
 // Menu kinds a file manager asks for.
 enum class MenuKind { ContextualItems = 0, ContextualContainer = 1, Sidebar = 2, Toolbar = 3 };
 
@@ -61,6 +64,8 @@ public:
     // function, called on the main queue when the job is over, uncounts it and cleans at zero.
     void beginLoading();
     void endLoading();
+    // The progress window, made on first use; clean() closes and drops it.
+    PXLoadingWinCtl& loadingWinCtl();
 
     // Name-based notifications: the object observes a name once; `handleSignal` receives it.
     void addNotification(const std::string& name);
@@ -94,6 +99,8 @@ public:
     std::optional<std::vector<std::string>> selectURLsCache;
     bool isSelectURL = false;
     std::int64_t loadingCount = 0;
+    // The running compression job; set while one runs (one at a time).
+    std::shared_ptr<PXCompress> compress;
 
 protected:
     // The answer of an action that this build does not carry yet.
@@ -111,7 +118,7 @@ private:
     void openTerminalFromSubmenu(const PXMenuItem::Ptr& item, const PXMenuItem::Ptr& child,
                                  const PXMenuItem::Ptr& grandchild);
 
-    bool m_progressOpen = false;
+    std::shared_ptr<PXLoadingWinCtl> m_loadingWinCtl;
 };
 
 } // namespace px

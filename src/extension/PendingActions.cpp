@@ -26,9 +26,6 @@ void FinderSync::showSystemFiles(const PXMenuItem::Ptr&) { actionNotAvailable("S
 void FinderSync::hideAndShowFiles(const PXMenuItem::Ptr& item) { actionNotAvailable(item->key); }
 void FinderSync::lockUnlockFiles(const PXMenuItem::Ptr&) { actionNotAvailable("Lock and Unlock"); }
 void FinderSync::cutPasteItem(const PXMenuItem::Ptr&) { actionNotAvailable("Cut Paste"); }
-void FinderSync::encryptedCompress(const PXMenuItem::Ptr&) {
-    actionNotAvailable("Encrypted Compression");
-}
 void FinderSync::embedFolder() { actionNotAvailable("Embed in Folder"); }
 void FinderSync::unembedFolder() { actionNotAvailable("Unembed Folder"); }
 void FinderSync::executeScript() { actionNotAvailable("Execute Script"); }

@@ -1,0 +1,56 @@
+// The compression job's start on the main queue: the default name and the save panel.
+#include "archive/PXCompress.h"
+
+#include "actions/FileHash.h"
+#include "actions/PXFile.h"
+#include "actions/PathName.h"
+#include "config/Localization.h"
+#include "platform/Platform.h"
+#include "support/Queues.h"
+
+namespace px {
+
+namespace {
+
+// The panel only accepts zip archives; a name without the extension gets it.
+std::string withZipExtension(const std::string& path) {
+    if (px::path::lowercased(px::path::pathExtension(path)) == "zip") return path;
+    return path + ".zip";
+}
+
+platform::Ui::SaveRequest saveRequest(const std::vector<std::string>& paths) {
+    platform::Ui::SaveRequest request;
+    request.directory = PXFile(paths.front()).folder();
+    request.name = PXCompress::defaultArchiveName(paths);
+    request.passwordAccessory = true;
+    return request;
+}
+
+// Every report goes on to the main queue.
+PXCompress::ProgressHandler onMainQueue(PXCompress::ProgressHandler handler) {
+    return [handler = std::move(handler)](std::int64_t done, std::int64_t total) {
+        queue::enterForeground([handler, done, total] { handler(done, total); });
+    };
+}
+
+} // namespace
+
+std::string PXCompress::defaultArchiveName(const std::vector<std::string>& paths) {
+    if (paths.size() == 1) return PXFile(paths.front()).name();
+    return localized("Archiver");
+}
+
+void PXCompress::compressPaths(const std::vector<std::string>& paths, ProgressHandler handler) {
+    if (paths.empty()) return;
+    auto answer = platform::ui().runSavePanel(saveRequest(paths));
+    if (!answer || answer->path.empty()) return handler(0, kCancelled);
+    savePath = withZipExtension(answer->path);
+    std::optional<std::string> password;
+    if (filehash::isValid(answer->password)) password = answer->password;
+    queue::enterBackground(
+        [self = shared_from_this(), paths, password, handler = onMainQueue(std::move(handler))] {
+            self->startCompressWithPaths(paths, password, handler);
+        });
+}
+
+} // namespace px
