@@ -60,7 +60,8 @@ TEST_F(MenuBuilderTest, ConvertTargetsDependOnTheExtensionAndCount) {
     targets = keys(find(sync.menuForMenuKind(MenuKind::ContextualItems), "Convert to")->children);
     EXPECT_EQ(std::count(targets.begin(), targets.end(), "PDF"), 0);
     select({pdf, pdf2}, work.path());
-    const auto& merged = find(sync.menuForMenuKind(MenuKind::ContextualItems), "Convert to")->children;
+    Menu built = sync.menuForMenuKind(MenuKind::ContextualItems);
+    const auto& merged = find(built, "Convert to")->children;
     auto pdfEntry = std::find_if(merged.begin(), merged.end(), [](auto& e) { return e.key == "PDF"; });
     ASSERT_NE(pdfEntry, merged.end());
     EXPECT_EQ(pdfEntry->title, localized("Merge to PDF"));
@@ -74,7 +75,8 @@ TEST_F(MenuBuilderTest, CutListDecidesBetweenCutPasteAndNothing) {
     select({}, sub);
     EXPECT_FALSE(find(sync.menuForMenuKind(MenuKind::ContextualContainer), "Cut Paste"));
     select({}, work.path());
-    const MenuEntry* paste = find(sync.menuForMenuKind(MenuKind::ContextualContainer), "Cut Paste");
+    Menu container = sync.menuForMenuKind(MenuKind::ContextualContainer);
+    const MenuEntry* paste = find(container, "Cut Paste");
     ASSERT_TRUE(paste);
     EXPECT_EQ(paste->title, localized("Paste"));
     select({cut}, sub);
