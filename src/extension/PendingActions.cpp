@@ -20,11 +20,7 @@ void FinderSync::moveAndCopyItem(const PXMenuItem::Ptr&, bool isCopy) {
 void FinderSync::openServe(const std::string&, const std::optional<std::string>&) {
     actionNotAvailable("Terminal Window");
 }
-void FinderSync::deletePath() { actionNotAvailable("Delete"); }
 void FinderSync::copyPath() { actionNotAvailable("Copy Path"); }
-void FinderSync::showSystemFiles(const PXMenuItem::Ptr&) { actionNotAvailable("System Hide Files"); }
-void FinderSync::hideAndShowFiles(const PXMenuItem::Ptr& item) { actionNotAvailable(item->key); }
-void FinderSync::lockUnlockFiles(const PXMenuItem::Ptr&) { actionNotAvailable("Lock and Unlock"); }
 void FinderSync::cutPasteItem(const PXMenuItem::Ptr&) { actionNotAvailable("Cut Paste"); }
 void FinderSync::embedFolder() { actionNotAvailable("Embed in Folder"); }
 void FinderSync::unembedFolder() { actionNotAvailable("Unembed Folder"); }
