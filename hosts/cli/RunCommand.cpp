@@ -3,8 +3,10 @@
 #include "Request.h"
 #include "extension/FinderSync.h"
 #include "platform/Platform.h"
+#include "platform/linux/GioApplications.h"
 #include "platform/linux/GioWorkspace.h"
 #include "platform/linux/ScriptedUi.h"
+#include "platform/linux/TerminalServices.h"
 #include "platform/linux/TerminalUi.h"
 #include "platform/linux/TranscriptPasteboard.h"
 #include "support/Queues.h"
@@ -49,6 +51,8 @@ void addRunCommand(CLI::App& app, Outcome& outcome) {
     run->callback([&outcome] {
         installUi(ui);
         platform::current().workspace = std::make_shared<platform::GioWorkspace>();
+        platform::current().applications = std::make_shared<platform::GioApplications>();
+        platform::current().services = std::make_shared<platform::TerminalServices>();
         request.installController();
         queue::markMainThread();
         FinderSync sync;

@@ -4,12 +4,6 @@
 namespace px {
 
 void FinderSync::createFileWithItem(const PXMenuItem::Ptr&) { actionNotAvailable("New File"); }
-void FinderSync::openCommonPath(const std::string&, const PXMenuItem::Ptr&) {
-    actionNotAvailable("Common Path");
-}
-void FinderSync::openWithApp(const PXMenuItem::Ptr&, const std::optional<std::string>&) {
-    actionNotAvailable("Open With");
-}
 void FinderSync::setFolderIcon(const PXMenuItem::Ptr&) { actionNotAvailable("Folder Icon"); }
 void FinderSync::convertItem(const PXMenuItem::Ptr&, const PXMenuItem::Ptr&) {
     actionNotAvailable("Convert to");
@@ -17,14 +11,9 @@ void FinderSync::convertItem(const PXMenuItem::Ptr&, const PXMenuItem::Ptr&) {
 void FinderSync::moveAndCopyItem(const PXMenuItem::Ptr&, bool isCopy) {
     actionNotAvailable(isCopy ? "Copy to" : "Move to");
 }
-void FinderSync::openServe(const std::string&, const std::optional<std::string>&) {
-    actionNotAvailable("Terminal Window");
-}
-void FinderSync::copyPath() { actionNotAvailable("Copy Path"); }
 void FinderSync::cutPasteItem(const PXMenuItem::Ptr&) { actionNotAvailable("Cut Paste"); }
 void FinderSync::embedFolder() { actionNotAvailable("Embed in Folder"); }
 void FinderSync::unembedFolder() { actionNotAvailable("Unembed Folder"); }
-void FinderSync::executeScript() { actionNotAvailable("Execute Script"); }
 void FinderSync::extractIcon() { actionNotAvailable("Extract Icon"); }
 
 } // namespace px

@@ -39,6 +39,18 @@ public:
     void observeMounts(std::function<void()>) override {}
 };
 
+class NullApplications final : public Applications {
+public:
+    bool openWithApplication(const std::string&, const std::vector<std::string>&) override {
+        return false;
+    }
+};
+
+class NullServices final : public Services {
+public:
+    bool performService(const std::string&, const std::vector<std::string>&) override { return false; }
+};
+
 std::mutex& mutex() {
     static std::mutex instance;
     return instance;
@@ -75,6 +87,10 @@ void install(Platform platform) {
 Ui& ui() { return orFallback<Ui, NullUi>(&Platform::ui); }
 Pasteboard& pasteboard() { return orFallback<Pasteboard, NullPasteboard>(&Platform::pasteboard); }
 Workspace& workspace() { return orFallback<Workspace, NullWorkspace>(&Platform::workspace); }
+Applications& applications() {
+    return orFallback<Applications, NullApplications>(&Platform::applications);
+}
+Services& services() { return orFallback<Services, NullServices>(&Platform::services); }
 
 FinderSyncController& controller() {
     std::lock_guard guard(mutex());

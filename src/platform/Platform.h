@@ -1,7 +1,9 @@
 #pragma once
 
+#include "platform/Applications.h"
 #include "platform/FinderSyncController.h"
 #include "platform/Pasteboard.h"
+#include "platform/Services.h"
 #include "platform/Settings.h"
 #include "platform/Ui.h"
 #include "platform/Workspace.h"
@@ -19,6 +21,10 @@ struct Platform {
     std::shared_ptr<FinderSyncController> controller;
     // The extension's own standard defaults ($XDG_CONFIG_HOME/pxmenu/extension.plist).
     std::shared_ptr<Settings> standardDefaults;
+    // Installed applications by name, and the system services (terminals). Initialised so
+    // that hosts listing only the members above need not mention them.
+    std::shared_ptr<Applications> applications = {};
+    std::shared_ptr<Services> services = {};
 };
 
 Platform& current();
@@ -30,5 +36,8 @@ Pasteboard& pasteboard();
 Workspace& workspace();
 FinderSyncController& controller();
 Settings& standardDefaults();
+// Stand-ins that refuse every request when a host installed none.
+Applications& applications();
+Services& services();
 
 } // namespace px::platform
