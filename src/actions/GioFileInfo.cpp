@@ -71,6 +71,16 @@ std::optional<std::string> themedIconName(const std::string& contentType) {
     return std::string(names[0]);
 }
 
+std::vector<std::string> themedIconNames(const std::string& contentType) {
+    std::vector<std::string> result;
+    GObjectPtr<GIcon> icon(g_content_type_get_icon(contentType.c_str()));
+    if (!icon || !G_IS_THEMED_ICON(icon.get())) return result;
+    const gchar* const* names = g_themed_icon_get_names(G_THEMED_ICON(icon.get()));
+    for (; names && *names; ++names)
+        if (**names) result.emplace_back(*names);
+    return result;
+}
+
 std::optional<std::string> metadataString(const std::string& path, const std::string& attribute) {
     if (path.empty()) return std::nullopt;
     GObjectPtr<GFile> file(g_file_new_for_path(path.c_str()));

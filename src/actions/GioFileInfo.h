@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 // What GIO knows about a file: its content type, the icon-theme name for a type, and the
 // desktop's metadata attributes. Everything answers "nothing" rather than failing.
@@ -14,6 +15,9 @@ std::optional<std::string> contentTypeOfPath(const std::string& path);
 bool isImageContentType(const std::string& contentType);
 // The first freedesktop icon-theme name GIO gives for the content type, or nothing.
 std::optional<std::string> themedIconName(const std::string& contentType);
+// Every icon-theme name GIO gives for the content type, most specific first (symbolic ones
+// included, as GIO lists them); empty when it gives none.
+std::vector<std::string> themedIconNames(const std::string& contentType);
 // A string metadata attribute ("metadata::custom-icon") of the item, when set and not empty.
 // Without a metadata store (no session bus, no GVfs) the answer is nothing.
 std::optional<std::string> metadataString(const std::string& path, const std::string& attribute);

@@ -5,6 +5,7 @@
 #include "extension/FinderSync.h"
 #include "extension/MenuTag.h"
 #include "extension/PXHelper.h"
+#include "extension/UserTemplates.h"
 
 #include <algorithm>
 #include <array>
@@ -141,6 +142,9 @@ void FinderSync::fillChildren(const PXMenuItem::Ptr& item, const PXFile& current
     PXMenuItem::List templates;
     for (const auto& entry : PXMenuManager::newFileTemplateMenuArray(false))
         if (entry->isNewFileFromWindow() || count > 0) templates.push_back(entry);
+    if (count > 0)
+        for (auto& entry : UserTemplates::items())
+            templates.push_back(std::move(entry));
     if (isSelectURL && count == 1 && !current.isFolder()) templates.push_back(PXMenuItem::addToFileTemplate());
     item->setChildren(item, std::move(templates));
 }
