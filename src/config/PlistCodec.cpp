@@ -1,5 +1,6 @@
 #include "config/PlistCodec.h"
 
+#include "config/PlistBinaryKeys.h"
 #include "config/PlistDepth.h"
 #include "support/FileIO.h"
 
@@ -8,6 +9,7 @@
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -65,11 +67,13 @@ Value dictionaryFromNode(plist_t node, int depth, bool& tooDeep) {
     return Value::makeDictionary(std::move(entries));
 }
 
+// Read in place: plist_get_string_val aborts the process on an XML string holding a raw zero
+// byte. Such text ends at the zero byte, as every string written through libplist does.
 Value stringFromNode(plist_t node) {
-    char* text = nullptr;
-    plist_get_string_val(node, &text);
-    MallocText owned(text);
-    return Value(std::string(text ? text : ""));
+    uint64_t length = 0;
+    const char* text = plist_get_string_ptr(node, &length);
+    if (!text) return Value(std::string());
+    return Value(std::string(text, ::strnlen(text, static_cast<std::size_t>(length))));
 }
 
 Value dataFromNode(plist_t node) {
@@ -233,6 +237,8 @@ ErrorOr<Value> parse(std::string_view bytes) {
         return Error{"the property list is too large", EFBIG};
     if (!nestsWithin(bytes, kMaxDepth))
         return Error{"the property list is nested too deeply", EINVAL};
+    if (!binaryKeysAreReadable(bytes))
+        return Error{"the property list has keys that cannot be read", EINVAL};
     plist_t root = nullptr;
     plist_from_memory(bytes.data(), static_cast<uint32_t>(bytes.size()), &root);
     PlistHandle owned(root);

@@ -353,3 +353,43 @@ TEST(PlistCodec, FileErrorsAreValues) {
     EXPECT_TRUE(readFile(broken).isError());
     EXPECT_EQ(px::test::readFile(broken), "<plist><dict><key>a</key>") << "left as it was";
 }
+
+// A hand-edited file with a raw zero byte inside a string once aborted the reader.
+TEST(PlistCodec, RawZeroByteInXmlTextEndsTheText) {
+    const char xml[] = "<plist><dict><key>k</key><string>Cut\0 Paste</string></dict></plist>";
+    auto parsed = parse(std::string_view(xml, sizeof xml - 1));
+    ASSERT_FALSE(parsed.isError());
+    expectSameTree(Value::makeDictionary({{"k", "Cut"}}), parsed.value());
+}
+
+namespace {
+
+// A binary property list holding one dictionary whose only key is the given UTF-16 text.
+std::string binaryWithUtf16Key(const std::u16string& key) {
+    std::string bytes = "bplist00";
+    bytes += {'\xd1', '\x01', '\x02'};
+    bytes += static_cast<char>(0x60 | key.size());
+    for (char16_t unit : key) {
+        bytes += static_cast<char>(unit >> 8);
+        bytes += static_cast<char>(unit & 0xff);
+    }
+    const auto value = static_cast<char>(bytes.size());
+    bytes += {'\x51', 'x'};
+    const auto table = static_cast<char>(bytes.size());
+    bytes += {'\x08', '\x0b', value};
+    bytes += std::string(6, '\0') + "\x01\x01" + std::string(7, '\0') + '\x03';
+    bytes += std::string(15, '\0') + table;
+    return bytes;
+}
+
+} // namespace
+
+// libplist aborts the process on a UTF-16 key holding a zero character; such a file is refused.
+TEST(PlistCodec, BinaryKeysWithAZeroCharacterAreRefused) {
+    auto plain = parse(binaryWithUtf16Key(u"\u00e9t\u00e9"));
+    ASSERT_FALSE(plain.isError()) << plain.error().message;
+    expectSameTree(Value::makeDictionary({{"\u00e9t\u00e9", "x"}}), plain.value());
+    for (const std::u16string& key :
+         {std::u16string(u"\0\u00e9", 2), std::u16string(u"\u00e9\0", 2)})
+        EXPECT_TRUE(parse(binaryWithUtf16Key(key)).isError());
+}
