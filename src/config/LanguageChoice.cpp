@@ -1,17 +1,14 @@
 #include "config/LanguageChoice.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <cstring>
+#include <iterator>
 #include <string_view>
+#include <unistd.h>
 
 namespace px {
 
 namespace {
-
-std::string variable(const char* name) {
-    const char* value = std::getenv(name);
-    return value ? value : "";
-}
 
 // "ll_CC.codeset@modifier" without its codeset.
 std::string withoutCodeset(std::string_view name) {
@@ -68,8 +65,21 @@ void appendPreferences(std::vector<std::string>& names, std::string_view list) {
 
 } // namespace
 
+// One pass over the environment rather than a getenv per variable: every text looked up reads
+// them, and a menu looks up dozens. As with getenv, the first definition of a name counts.
 LocaleEnvironment LocaleEnvironment::fromProcess() {
-    return {variable("LANGUAGE"), variable("LC_ALL"), variable("LC_MESSAGES"), variable("LANG")};
+    static constexpr std::string_view kNames[] = {"LANGUAGE=", "LC_ALL=", "LC_MESSAGES=", "LANG="};
+    const char* found[std::size(kNames)] = {};
+    for (char** entry = environ; entry && *entry; ++entry) {
+        if ((*entry)[0] != 'L') continue;
+        for (std::size_t i = 0; i < std::size(kNames); ++i) {
+            if (found[i] || std::strncmp(*entry, kNames[i].data(), kNames[i].size()) != 0) continue;
+            found[i] = *entry + kNames[i].size();
+            break;
+        }
+    }
+    auto text = [](const char* value) { return std::string(value ? value : ""); };
+    return {text(found[0]), text(found[1]), text(found[2]), text(found[3])};
 }
 
 std::vector<std::string> catalogueLanguages(const LocaleEnvironment& environment) {

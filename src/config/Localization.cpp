@@ -4,6 +4,8 @@
 #include "config/MoCatalogue.h"
 #include "support/FileIO.h"
 
+#include <atomic>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
@@ -22,10 +24,14 @@ namespace px {
 
 namespace {
 
-std::vector<std::string> catalogueFolders() {
+std::string customCatalogueFolder() {
+    const char* custom = std::getenv("PXMENU_LOCALEDIR");
+    return custom ? custom : "";
+}
+
+std::vector<std::string> catalogueFolders(const std::string& custom) {
     std::vector<std::string> folders;
-    if (const char* custom = std::getenv("PXMENU_LOCALEDIR"); custom && *custom)
-        folders.emplace_back(custom);
+    if (!custom.empty()) folders.push_back(custom);
     folders.emplace_back(PX_BUILD_LOCALEDIR);
     folders.emplace_back(PX_INSTALL_LOCALEDIR);
     return folders;
@@ -57,7 +63,11 @@ class CatalogueCache {
         std::lock_guard lock(m_mutex);
         m_byChoice.clear();
         m_byPath.clear();
+        ++m_generation;
     }
+
+    // Changes whenever the cache is cleared.
+    std::uint64_t generation() const { return m_generation; }
 
   private:
     CataloguePtr search(const std::vector<std::string>& languages,
@@ -89,6 +99,7 @@ class CatalogueCache {
     }
 
     std::mutex m_mutex;
+    std::atomic<std::uint64_t> m_generation = 0;
     std::map<std::string, CataloguePtr> m_byChoice;
     std::map<std::string, CataloguePtr> m_byPath;
 };
@@ -96,6 +107,35 @@ class CatalogueCache {
 CatalogueCache& catalogueCache() {
     static CatalogueCache cache;
     return cache;
+}
+
+bool sameEnvironment(const LocaleEnvironment& a, const LocaleEnvironment& b) {
+    return a.language == b.language && a.lcAll == b.lcAll && a.lcMessages == b.lcMessages &&
+           a.lang == b.lang;
+}
+
+// The catalogue for the current variables. A menu asks for dozens of texts, and working out
+// the language list and the cache key costs far more than the lookup itself, so each thread
+// keeps its last answer for as long as the variables and the cache stay as they were.
+CataloguePtr currentCatalogue() {
+    struct LastChoice {
+        LocaleEnvironment environment;
+        std::string customFolder;
+        std::uint64_t generation = 0;
+        CataloguePtr catalogue;
+        bool valid = false;
+    };
+    thread_local LastChoice last;
+    const std::uint64_t generation = catalogueCache().generation();
+    LocaleEnvironment environment = LocaleEnvironment::fromProcess();
+    std::string customFolder = customCatalogueFolder();
+    if (last.valid && last.generation == generation && last.customFolder == customFolder &&
+        sameEnvironment(last.environment, environment))
+        return last.catalogue;
+    CataloguePtr catalogue = catalogueCache().catalogueFor(catalogueLanguages(environment),
+                                                           catalogueFolders(customFolder));
+    last = {std::move(environment), std::move(customFolder), generation, catalogue, true};
+    return catalogue;
 }
 
 struct Placeholder {
@@ -135,8 +175,7 @@ std::optional<Placeholder> readPlaceholder(std::string_view text) {
 
 std::string localized(std::string_view key) {
     if (key.empty()) return {};
-    const auto catalogue = catalogueCache().catalogueFor(
-        catalogueLanguages(LocaleEnvironment::fromProcess()), catalogueFolders());
+    const auto catalogue = currentCatalogue();
     if (catalogue)
         if (auto text = catalogue->find(key)) return std::string(*text);
     return std::string(key);

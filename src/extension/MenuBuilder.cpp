@@ -87,6 +87,33 @@ PXMenuItem::List folderIconChildren(const PXFile& current) {
     return items;
 }
 
+// The submenu of generated or stored children, tagged below `parentTag`.
+std::optional<Menu> submenuOf(const std::optional<PXMenuItem::List>& children,
+                              const std::string& parentTag, bool icons) {
+    if (!children || children->empty()) return std::nullopt;
+    Menu menu;
+    for (std::size_t j = 0; j < children->size(); ++j) {
+        const auto& child = (*children)[j];
+        if (child->disabled || child->isAddToMainMenu) continue;
+        MenuEntry entry;
+        entry.title = child->menuTitle();
+        entry.key = child->key;
+        if (child->isSepLine()) {
+            entry.separator = true;
+            entry.enabled = false;
+            menu.push_back(std::move(entry));
+            continue;
+        }
+        if (icons) entry.icon = child->menuIcon();
+        std::string tagText = menutag::childText(parentTag, j);
+        entry.tag = menutag::toTag(tagText);
+        if (auto submenu = submenuOf(child->children, tagText, icons))
+            entry.children = std::move(*submenu);
+        menu.push_back(std::move(entry));
+    }
+    return menu;
+}
+
 } // namespace
 
 bool FinderSync::isFilteredOut(const PXMenuItem& item, const PXFile& current, std::size_t count) {
@@ -123,7 +150,6 @@ MenuEntry FinderSync::makeEntry(const PXMenuItem::Ptr& item, std::size_t index,
     } else {
         entry.title = item->menuTitle();
     }
-    if (!preference("pref check1")) entry.icon = item->menuIcon();
     return entry;
 }
 
@@ -156,15 +182,21 @@ Menu FinderSync::menuForMenuKind(MenuKind kind) {
     if (count > 0) isSelectURL = kind == MenuKind::ContextualItems;
     PXFile current(count > 0 ? selection.front() : std::string());
     rightMenuArray = PXMenuManager::menuItemArray();
+    // Read once per menu: every read of the file-backed suite checks the file again.
+    const bool topIcons = !preference("pref check1");
+    const bool settingsEntry = !preference("pref check2");
+    const bool submenuIcons = !preference("pref check4");
     Menu menu;
     for (std::size_t i = 0; i < rightMenuArray->size(); ++i) {
         const auto& item = (*rightMenuArray)[i];
         if (isFilteredOut(*item, current, count)) continue;
         MenuEntry entry = makeEntry(item, i, current, count);
+        if (topIcons) entry.icon = item->menuIcon();
         fillChildren(item, current, count);
         if (item->children) {
-            if (!preference("pref check2")) item->children->push_back(PXMenuItem::setItem());
-            if (auto submenu = getSubMenuWithChildren(item->children, menutag::topLevelText(entry.tag)))
+            if (settingsEntry) item->children->push_back(PXMenuItem::setItem());
+            if (auto submenu =
+                    submenuOf(item->children, menutag::topLevelText(entry.tag), submenuIcons))
                 entry.children = std::move(*submenu);
         }
         menu.push_back(std::move(entry));
@@ -174,28 +206,7 @@ Menu FinderSync::menuForMenuKind(MenuKind kind) {
 
 std::optional<Menu> FinderSync::getSubMenuWithChildren(const std::optional<PXMenuItem::List>& children,
                                                        const std::string& parentTag) {
-    if (!children || children->empty()) return std::nullopt;
-    bool noIcons = preference("pref check4");
-    Menu menu;
-    for (std::size_t j = 0; j < children->size(); ++j) {
-        const auto& child = (*children)[j];
-        if (child->disabled || child->isAddToMainMenu) continue;
-        MenuEntry entry;
-        entry.title = child->menuTitle();
-        entry.key = child->key;
-        if (child->isSepLine()) {
-            entry.separator = true;
-            entry.enabled = false;
-            menu.push_back(std::move(entry));
-            continue;
-        }
-        if (!noIcons) entry.icon = child->menuIcon();
-        std::string tagText = menutag::childText(parentTag, j);
-        entry.tag = menutag::toTag(tagText);
-        if (auto submenu = getSubMenuWithChildren(child->children, tagText)) entry.children = std::move(*submenu);
-        menu.push_back(std::move(entry));
-    }
-    return menu;
+    return submenuOf(children, parentTag, !preference("pref check4"));
 }
 
 } // namespace px

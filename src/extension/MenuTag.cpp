@@ -9,8 +9,12 @@ namespace px::menutag {
 
 std::string topLevelText(std::int64_t tag) { return fmt::format("{:02d}", tag); }
 
+// Written out by hand: a menu makes one for every entry of every submenu.
 std::string childText(const std::string& parentText, std::size_t index) {
-    return fmt::format("{}{:02d}", parentText, index + 1);
+    std::string text = parentText;
+    if (index + 1 < 10) text.push_back('0');
+    text += std::to_string(index + 1);
+    return text;
 }
 
 std::int64_t toTag(const std::string& text) { return std::strtoll(text.c_str(), nullptr, 10); }
