@@ -71,7 +71,8 @@ std::vector<std::shared_ptr<PXFile>> PXFile::children() {
 
 std::string PXFile::tempPath() {
     if (m_tempPath) return *m_tempPath;
-    std::string scratch = filehash::toTempFolderPath("." + filehash::fileMD5(path));
+    std::string scratch =
+        filehash::toTempFolderPath(std::string(".").append(filehash::fileMD5(path)));
     if (!scratch.empty()) m_tempPath = scratch;
     return scratch;
 }
