@@ -13,6 +13,5 @@ void FinderSync::moveAndCopyItem(const PXMenuItem::Ptr&, bool isCopy) {
 void FinderSync::cutPasteItem(const PXMenuItem::Ptr&) { actionNotAvailable("Cut Paste"); }
 void FinderSync::embedFolder() { actionNotAvailable("Embed in Folder"); }
 void FinderSync::unembedFolder() { actionNotAvailable("Unembed Folder"); }
-void FinderSync::extractIcon() { actionNotAvailable("Extract Icon"); }
 
 } // namespace px

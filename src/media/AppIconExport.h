@@ -1,7 +1,7 @@
 #pragma once
 
+#include <optional>
 #include <string>
-
 #include <vips/vips8>
 
 // App icon sets from one square image: the macOS .icns file and the macOS, iOS, watch and
@@ -15,5 +15,14 @@ enum class IconExportStatus { Written, NotSquare };
 // writes nothing, when the image's width differs from its height; the caller shows the alert.
 IconExportStatus createIconToPath(const vips::VImage& source, const std::string& basePath,
                                   int type);
+
+struct AppIconFolders {
+    std::string setFolder;        // "/pics/logo(iOS)", or "/pics/logo(iOS)-1" when that exists
+    std::string appIconSetFolder; // setFolder + "/AppIcon.appiconset"
+};
+
+// Makes the folders of a set for type 0 "(OSX)", 1 "(iOS)", 2 "(iWatch)" or 3 "(Android)"
+// beside basePath; the set folder is given a free name. Empty when they cannot be made.
+std::optional<AppIconFolders> getFolderPath(const std::string& basePath, int type);
 
 } // namespace px::media

@@ -1,0 +1,31 @@
+// Saving the icon of each selected item as a 1024-pixel PNG beside it.
+#include "actions/FailureLog.h"
+#include "actions/FileHash.h"
+#include "actions/FileIcon.h"
+#include "actions/PXFile.h"
+#include "extension/FinderSync.h"
+#include "support/FileIO.h"
+
+namespace px {
+
+namespace {
+
+constexpr int kExtractedIconPixels = 1024;
+
+// "<folder>/<name>.png" with a free name: Clock.app gives Clock.png, photo.png gives photo-1.png.
+void saveIconBeside(const std::string& itemPath) {
+    if (!io::exists(itemPath)) return logFailure({itemPath + " no longer exists"});
+    PXFile item(itemPath);
+    std::string target = filehash::uniquePath(item.folder() + "/" + item.name() + ".png");
+    if (!fileicon::saveIconPNG(itemPath, target, kExtractedIconPixels))
+        logFailure({"cannot save the icon of " + itemPath + " as " + target});
+}
+
+} // namespace
+
+void FinderSync::extractIcon() {
+    for (const std::string& itemPath : selectURLs())
+        saveIconBeside(itemPath);
+}
+
+} // namespace px

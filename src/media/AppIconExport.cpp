@@ -1,0 +1,117 @@
+#include "media/AppIconExport.h"
+
+#include "actions/FailureLog.h"
+#include "actions/FileHash.h"
+#include "media/AppIconCatalogue.h"
+#include "media/AppIconTables.h"
+#include "media/IcnsFile.h"
+#include "media/ImageFile.h"
+#include "support/FileIO.h"
+
+#include <filesystem>
+
+namespace px::media {
+namespace {
+
+constexpr int kIcnsType = -1;
+
+AppIconSet setOfType(int type) {
+    switch (type) {
+    case 0:
+        return AppIconSet::MacOS;
+    case 1:
+        return AppIconSet::IOS;
+    case 2:
+        return AppIconSet::Watch;
+    default:
+        return AppIconSet::Android;
+    }
+}
+
+const char* folderSuffix(AppIconSet set) {
+    switch (set) {
+    case AppIconSet::MacOS:
+        return "(OSX)";
+    case AppIconSet::IOS:
+        return "(iOS)";
+    case AppIconSet::Watch:
+        return "(iWatch)";
+    case AppIconSet::Android:
+        return "(Android)";
+    }
+    return "";
+}
+
+// Every file is made from the source itself; a file that cannot be written is left out.
+void writeTable(const vips::VImage& source, const std::string& folder, AppIconSet set) {
+    for (const AppIconFile& file : appIconFiles(set)) {
+        std::string path = folder + "/" + file.fileName;
+        if (!saveImageWithExt(resampledImage(source, file.pixels, file.pixels), "png", path))
+            logFailure({"cannot write the icon " + path});
+    }
+}
+
+std::string parentFolder(const std::string& path) {
+    std::string parent = std::filesystem::path(path).parent_path().string();
+    return parent.empty() ? "." : parent;
+}
+
+void removeFolder(const std::string& folder) {
+    std::error_code ignored;
+    std::filesystem::remove_all(folder, ignored);
+}
+
+// Several sources in one folder all write the same AppIcon.icns: the last one wins.
+void writeIcnsFile(const vips::VImage& source, const std::string& basePath) {
+    const std::string folder = parentFolder(basePath);
+    const std::string iconset = folder + "/.AppIcon.iconset";
+    removeFolder(iconset);
+    if (auto made = io::makeDirectories(iconset); made.isError()) return logFailure(made.error());
+    writeTable(source, iconset, AppIconSet::MacOS);
+    if (!icns::writeFromIconset(iconset, folder + "/AppIcon.icns"))
+        logFailure({"cannot write " + folder + "/AppIcon.icns"});
+    removeFolder(iconset);
+}
+
+void writeIconSet(const vips::VImage& source, const std::string& basePath, int type) {
+    const AppIconSet set = setOfType(type);
+    auto folders = getFolderPath(basePath, type);
+    if (!folders) return;
+    writeTable(source, folders->appIconSetFolder, set);
+    if (!createConfigJsonToPath(folders->appIconSetFolder, set))
+        logFailure({"cannot write the catalogue in " + folders->appIconSetFolder});
+}
+
+} // namespace
+
+std::optional<AppIconFolders> getFolderPath(const std::string& basePath, int type) {
+    AppIconFolders folders;
+    folders.setFolder = filehash::uniquePath(basePath + folderSuffix(setOfType(type)));
+    folders.appIconSetFolder = folders.setFolder + "/AppIcon.appiconset";
+    if (auto made = io::makeDirectories(folders.appIconSetFolder); made.isError()) {
+        logFailure(made.error());
+        return std::nullopt;
+    }
+    return folders;
+}
+
+IconExportStatus createIconToPath(const vips::VImage& source, const std::string& basePath,
+                                  int type) {
+    if (source.width() != source.height()) return IconExportStatus::NotSquare;
+    ensureVipsStarted();
+    // Decoded once: every file of the set is resampled from the same pixels.
+    vips::VImage pixels = source;
+    try {
+        pixels = source.copy_memory();
+    } catch (const vips::VError& error) {
+        logFailure({std::string("cannot read the image: ") + error.what()});
+        return IconExportStatus::Written;
+    }
+    if (type == kIcnsType)
+        writeIcnsFile(pixels, basePath);
+    else
+        writeIconSet(pixels, basePath, type);
+    return IconExportStatus::Written;
+}
+
+} // namespace px::media
