@@ -3,7 +3,6 @@
 
 namespace px {
 
-void FinderSync::setFolderIcon(const PXMenuItem::Ptr&) { actionNotAvailable("Folder Icon"); }
 void FinderSync::convertItem(const PXMenuItem::Ptr&, const PXMenuItem::Ptr&) {
     actionNotAvailable("Convert to");
 }

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "actions/CustomIcon.h"
+#include "actions/FileHash.h"
+#include "extension/ExtensionFixture.h"
+
+namespace px::test {
+
+// A real FinderSync over fakes of the desktop with the factory folder icons in the store, so a
+// test can pick an icon from the "Folder Icon" submenu as the user would.
+class FolderIconFixture : public ExtensionFixture {
+  protected:
+    void SetUp() override {
+        ExtensionFixture::SetUp();
+        suite->setBool("is reviewed", true); // no review prompt
+        PXDefaultData::recoverFolderIcon();
+    }
+    // The "Folder Icon" submenu for the selection; empty when the menu does not offer it.
+    std::vector<MenuEntry> iconMenu(const std::vector<std::string>& paths) {
+        select(paths, work.path());
+        Menu menu = sync.menuForMenuKind(MenuKind::ContextualItems);
+        const MenuEntry* parent = find(menu, "Folder Icon");
+        return parent ? parent->children : std::vector<MenuEntry>{};
+    }
+    // Picks the submenu entry with the key; false when the submenu does not offer it.
+    bool chooseIcon(const std::vector<std::string>& paths, const std::string& key) {
+        const auto children = iconMenu(paths);
+        const MenuEntry* entry = find(children, key);
+        if (!entry) return false;
+        sync.onMenuItemAction(entry->tag);
+        queue::runUntilIdle();
+        return true;
+    }
+    // The metadata store answers here (a desktop session with GVfs).
+    static bool metadataStoreWorks(const std::string& probe) {
+        return !customicon::setMetadataIcon(probe, probe).isError() &&
+               !customicon::removeMetadataIcon(probe).isError();
+    }
+
+    FinderSync sync;
+};
+
+} // namespace px::test
