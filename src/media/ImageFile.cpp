@@ -1,6 +1,7 @@
 #include "media/ImageFile.h"
 
 #include "actions/PathName.h"
+#include "media/IcnsFile.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -131,6 +132,8 @@ void ensureVipsStarted() {
 
 std::optional<vips::VImage> loadImage(const std::string& path, ImageAccess access) {
     ensureVipsStarted();
+    // The .icns container is ours to read; what it gives is already decoded into memory.
+    if (path::lowercased(path::pathExtension(path)) == "icns") return icns::loadLargestImage(path);
     std::optional<vips::VImage> image = loadThroughVips(path, access);
     if (!image || access == ImageAccess::Sequential) return image;
     // Some loaders (JPEG 2000) cannot decode the file a second time, so an image to be read

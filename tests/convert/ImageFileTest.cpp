@@ -1,6 +1,7 @@
 #include "media/ImageFile.h"
 
 #include "convert/ImageSamples.h"
+#include "media/IcnsFile.h"
 #include "support_files/TestSupport.h"
 
 #include <filesystem>
@@ -79,6 +80,31 @@ TEST(ImageFile, ConvertsEverySourceFormatToEveryTarget) {
             expectColours(source, out, target);
         }
     }
+}
+
+TEST(ImageFile, IcnsFilesGiveTheirLargestPictureForAnyTarget) {
+    TempDir dir;
+    auto pngChunk = [](const char* type, const vips::VImage& image) {
+        void* buffer = nullptr;
+        std::size_t size = 0;
+        image.write_to_buffer(".png", &buffer, &size);
+        media::icns::Chunk chunk{
+            type, std::vector<std::uint8_t>(static_cast<std::uint8_t*>(buffer),
+                                            static_cast<std::uint8_t*>(buffer) + size)};
+        g_free(buffer);
+        return chunk;
+    };
+    const vips::VImage big = sampleImage();
+    const auto bytes =
+        media::icns::encode({pngChunk("icp4", big.resize(0.25)), pngChunk("ic07", big),
+                             pngChunk("icp5", big.resize(0.5))});
+    const std::string source = dir.write("App.icns", std::string(bytes.begin(), bytes.end()));
+    const auto image = media::loadImage(source);
+    ASSERT_TRUE(image.has_value());
+    EXPECT_EQ(image->width(), kSampleWidth);
+    ASSERT_TRUE(media::saveImageWithExt(*image, "GIF", dir / "App.gif"));
+    EXPECT_EQ(identify(dir / "App.gif"), "GIF 64x48");
+    EXPECT_FALSE(media::loadImage(dir.write("fake.icns", "icns but not really")).has_value());
 }
 
 TEST(ImageFile, SequentialLoadSavesOnce) {
