@@ -22,8 +22,10 @@ Algorithm algorithmForTag(std::int64_t tag);
 // The digest's length in bytes (16, 20, 32, 64).
 std::size_t digestLength(Algorithm algorithm);
 
-// How much of a file is read at a time.
-inline constexpr std::size_t kReadBufferSize = std::size_t{1} << 20;
+// How much of a file is read at a time, and how many such chunks are read ahead of the digest:
+// chunks small enough to still be in the CPU's cache when they are digested.
+inline constexpr std::size_t kReadBufferSize = std::size_t{256} << 10;
+inline constexpr std::size_t kReadAheadDepth = 4;
 
 // One running digest: initialise, feed bytes, finalise. Owns OpenSSL's context.
 class Context {

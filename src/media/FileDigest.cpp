@@ -1,5 +1,6 @@
-// Digests of whole files, streamed through one fixed buffer.
+// Digests of whole files, streamed through a small ring of fixed buffers filled ahead.
 #include "media/Digest.h"
+#include "media/ReadAhead.h"
 #include "support/FileIO.h"
 
 #include <cerrno>
@@ -24,23 +25,14 @@ ErrorOr<io::FileDescriptor> openRegularFile(const std::string& path) {
     return fd;
 }
 
-// Reads into the buffer; 0 at the end of the file.
-ErrorOr<std::size_t> readSome(int fd, std::vector<unsigned char>& buffer, const std::string& path) {
-    for (;;) {
-        ssize_t got = ::read(fd, buffer.data(), buffer.size());
-        if (got >= 0) return static_cast<std::size_t>(got);
-        if (errno != EINTR) return Error::fromErrno("cannot read " + path, errno);
-    }
-}
-
 } // namespace
 
 ErrorOr<std::string> digestOfFile(const std::string& path, Context& context) {
     io::FileDescriptor fd = TRY(openRegularFile(path));
     TRY(context.initialise());
-    std::vector<unsigned char> buffer(kReadBufferSize);
-    while (std::size_t got = TRY(readSome(fd.get(), buffer, path)))
-        TRY(context.update(std::span(buffer.data(), got)));
+    ReadAhead reader(fd.get(), path, kReadBufferSize, kReadAheadDepth);
+    for (auto chunk = TRY(reader.next()); !chunk.empty(); chunk = TRY(reader.next()))
+        TRY(context.update(chunk));
     std::vector<unsigned char> bytes = TRY(context.finalise());
     return hexText(bytes);
 }

@@ -42,7 +42,7 @@ const Tool kTools[] = {
     {Algorithm::SHA512, "sha512sum", filehash::sha512HashOfFileAtPath},
 };
 
-TEST(FileDigest, MatchesCoreutilsAroundTheBufferSize) {
+TEST(FileDigest, MatchesCoreutilsAroundTheBufferSizeAndTheReadAheadRing) {
     TempDir dir;
     const std::size_t sizes[] = {0,
                                  1,
@@ -51,7 +51,8 @@ TEST(FileDigest, MatchesCoreutilsAroundTheBufferSize) {
                                  kReadBufferSize - 1,
                                  kReadBufferSize,
                                  kReadBufferSize + 1,
-                                 3 * kReadBufferSize + 12345};
+                                 3 * kReadBufferSize + 12345,
+                                 (2 * kReadAheadDepth + 1) * kReadBufferSize + 7};
     for (std::size_t size : sizes) {
         std::string path = dir.write("data-" + std::to_string(size), randomBytes(size, 7));
         for (const Tool& tool : kTools) {
