@@ -147,6 +147,7 @@ void FinderSync::clean() {
     if (m_loadingWinCtl) m_loadingWinCtl->close();
     m_loadingWinCtl.reset();
     compress.reset();
+    embedFolderWinCtl.reset();
 }
 
 PXLoadingWinCtl& FinderSync::loadingWinCtl() {

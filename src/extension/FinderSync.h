@@ -13,6 +13,7 @@
 namespace px {
 
 class PXCompress;
+class PXEmbedFolderWinCtl;
 class PXLoadingWinCtl;
 
 // Menu kinds a file manager asks for.
@@ -101,6 +102,8 @@ public:
     std::int64_t loadingCount = 0;
     // The running compression job; set while one runs (one at a time).
     std::shared_ptr<PXCompress> compress;
+    // The open embed dialog, kept until clean().
+    std::shared_ptr<PXEmbedFolderWinCtl> embedFolderWinCtl;
 
 protected:
     // The answer of an action that this build does not carry yet.

@@ -10,7 +10,5 @@ void FinderSync::moveAndCopyItem(const PXMenuItem::Ptr&, bool isCopy) {
     actionNotAvailable(isCopy ? "Copy to" : "Move to");
 }
 void FinderSync::cutPasteItem(const PXMenuItem::Ptr&) { actionNotAvailable("Cut Paste"); }
-void FinderSync::embedFolder() { actionNotAvailable("Embed in Folder"); }
-void FinderSync::unembedFolder() { actionNotAvailable("Unembed Folder"); }
 
 } // namespace px
