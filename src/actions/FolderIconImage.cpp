@@ -4,7 +4,9 @@
 #include "actions/IconThemeFiles.h"
 #include "config/IconTheme.h"
 #include "config/PXMenuManager.h"
+#include "support/FileIO.h"
 
+#include <filesystem>
 #include <gdk-pixbuf/gdk-pixbuf.h>
 #include <sys/stat.h>
 
@@ -30,25 +32,36 @@ std::optional<std::string> userImage(const std::string& iconPath) {
     return path;
 }
 
+// An icon reference that names a file (theme names have no slash), made absolute so that it
+// still names the file when read from another folder.
+std::optional<std::string> absoluteFile(const std::string& reference) {
+    if (reference.find('/') == std::string::npos) return std::nullopt;
+    std::error_code error;
+    auto path = std::filesystem::absolute(reference, error).lexically_normal().string();
+    if (error || !io::exists(path)) return std::nullopt;
+    return path;
+}
+
+// The product's folder picture for a resource name, when the data folder has one.
+std::optional<std::string> folderPicture(const std::string& resource) {
+    if (!filehash::isValid(resource)) return std::nullopt;
+    auto reference = iconReferenceForResource(resource == "foldericon" ? "love" : resource);
+    return reference ? absoluteFile(*reference) : std::nullopt;
+}
+
 // The menu's image without the entry's own file, which `userImage` has already refused.
 std::optional<std::string> menuImageFile(const PXMenuItem& item) {
     PXMenuItem named = item;
     named.iconPath.clear();
-    std::string reference = named.menuIcon();
-    if (reference.empty()) return std::nullopt;
-    if (reference.front() == '/')
-        return isReadableImage(reference) ? std::optional(reference) : std::nullopt;
-    return icontheme::findIconFile({reference}, kThemeIconSize);
+    const std::string reference = named.menuIcon();
+    if (!filehash::isValid(reference)) return std::nullopt;
+    if (reference.find('/') == std::string::npos)
+        return icontheme::findIconFile({reference}, kThemeIconSize);
+    auto file = absoluteFile(reference);
+    return file && isReadableImage(*file) ? file : std::nullopt;
 }
 
 } // namespace
-
-std::optional<std::string> folderPicture(const std::string& resource) {
-    if (!filehash::isValid(resource)) return std::nullopt;
-    auto reference = iconReferenceForResource(resource == "foldericon" ? "love" : resource);
-    if (!reference || reference->empty() || reference->front() != '/') return std::nullopt;
-    return reference;
-}
 
 std::optional<std::string> imageFileFor(const PXMenuItem& item) {
     if (auto image = userImage(item.iconPath)) return image;

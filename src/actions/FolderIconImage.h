@@ -19,7 +19,4 @@ namespace px::foldericon {
 // Nothing when none exists; the items then lose their custom icon.
 std::optional<std::string> imageFileFor(const PXMenuItem& item);
 
-// The product's folder picture for a resource name, when the data folder has one.
-std::optional<std::string> folderPicture(const std::string& resource);
-
 } // namespace px::foldericon

@@ -1,6 +1,7 @@
 #include "FolderIconFixture.h"
 #include "actions/FolderIconImage.h"
 #include "actions/GioFileInfo.h"
+#include "actions/IconThemeFiles.h"
 #include "actions/PixbufImage.h"
 #include "config/IconTheme.h"
 
@@ -152,6 +153,34 @@ TEST(FolderIconPictures, EveryFactoryEntryResolvesToAWellFormedSvg) {
     }
     EXPECT_EQ(files.size(), 20u);
     if (!svgLoads) GTEST_SKIP() << "gdk-pixbuf has no SVG loader here; only the text was checked";
+}
+
+TEST(FolderIconPictures, PicturesAreAbsolutePathsEvenFromARelativeDataFolder) {
+    const auto previous = std::filesystem::current_path();
+    std::filesystem::current_path(PX_SOURCE_DIR);
+    std::optional<std::string> file;
+    {
+        ScopedEnv dataDir("PXMENU_DATADIR", "data");
+        PXMenuItem item;
+        item.key = "react";
+        item.icon = "react";
+        file = foldericon::imageFileFor(item);
+    }
+    std::filesystem::current_path(previous);
+    EXPECT_EQ(file, std::string(PX_SOURCE_DIR) + "/data/icons/react.svg");
+}
+
+TEST(FolderIconPictures, WithoutItsOwnPictureAnEntryTakesTheImageOfItsPath) {
+    TempDir dir;
+    PXMenuItem item;
+    item.key = "mine";
+    item.iconPath = dir / "missing.png";
+    item.path = dir.path();
+    const auto themeFolder = icontheme::findIconFile({"folder"}, 256);
+    EXPECT_EQ(foldericon::imageFileFor(item), themeFolder);
+    EXPECT_TRUE(!themeFolder || themeFolder->starts_with('/'));
+    item.path.clear();
+    EXPECT_EQ(foldericon::imageFileFor(item), std::nullopt);
 }
 
 TEST_F(FolderIconActionTest, WithoutASessionBusTheDirectoryFileStillWorksPromptly) {
