@@ -6,9 +6,5 @@ namespace px {
 void FinderSync::convertItem(const PXMenuItem::Ptr&, const PXMenuItem::Ptr&) {
     actionNotAvailable("Convert to");
 }
-void FinderSync::moveAndCopyItem(const PXMenuItem::Ptr&, bool isCopy) {
-    actionNotAvailable(isCopy ? "Copy to" : "Move to");
-}
-void FinderSync::cutPasteItem(const PXMenuItem::Ptr&) { actionNotAvailable("Cut Paste"); }
 
 } // namespace px

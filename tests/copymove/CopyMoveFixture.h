@@ -1,0 +1,50 @@
+#pragma once
+
+#include "TreeSnapshot.h"
+#include "extension/ExtensionFixture.h"
+
+namespace px::test {
+
+// A real FinderSync over fakes of the desktop, acting on real files in a temporary folder.
+class CopyMoveFixture : public ExtensionFixture {
+  protected:
+    using Kind = platform::FakeUi::ProgressEvent::Kind;
+
+    void SetUp() override {
+        ExtensionFixture::SetUp();
+        suite->setBool("is reviewed", true); // no review prompt among the answers
+    }
+    // The state dispatch leaves before an action runs: the selection (or, with none, the
+    // folder shown) and whether the menu was opened on selected items.
+    void prepare(std::vector<std::string> items, const std::string& shown) {
+        sync.isSelectURL = !items.empty();
+        select(std::move(items), shown);
+        sync.selectURLsCache.reset();
+    }
+    // "Copy to" or "Move to" with a destination item as dispatch passes it (an empty path asks).
+    void sendTo(std::vector<std::string> items, const std::string& folder, bool isCopy) {
+        prepare(std::move(items), work.path());
+        auto destination = PXMenuItem::create("Current Directory");
+        destination->path = folder;
+        sync.moveAndCopyItem(destination, isCopy);
+        queue::runUntilIdle();
+    }
+    int count(Kind kind) const {
+        const auto& events = ui->progress();
+        return static_cast<int>(std::count_if(events.begin(), events.end(),
+                                              [&](const auto& e) { return e.kind == kind; }));
+    }
+    std::vector<std::string> informativeTexts() const {
+        std::vector<std::string> texts;
+        for (const auto& alert : ui->alerts())
+            texts.push_back(alert.informative);
+        return texts;
+    }
+    std::string collisionTip(const std::string& name) const {
+        return localizedFormat("Same FileName Tip", name);
+    }
+
+    FinderSync sync;
+};
+
+} // namespace px::test
