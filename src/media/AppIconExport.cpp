@@ -14,6 +14,7 @@ namespace px::media {
 namespace {
 
 constexpr int kIcnsType = -1;
+constexpr int kLargestIconPixels = 1024;
 
 AppIconSet setOfType(int type) {
     switch (type) {
@@ -82,6 +83,22 @@ void writeIconSet(const vips::VImage& source, const std::string& basePath, int t
         logFailure({"cannot write the catalogue in " + folders->appIconSetFolder});
 }
 
+// The source decoded once, in memory, for all the files of a set; a larger source is first
+// brought down to the largest file's size, so that each file resamples no more than that.
+std::optional<vips::VImage> workingPixels(const vips::VImage& source) {
+    ensureVipsStarted();
+    try {
+        if (source.width() <= kLargestIconPixels) return source.copy_memory();
+        vips::VImage largest = resampledImage(source, kLargestIconPixels, kLargestIconPixels);
+        if (largest.get_image()) return largest.copy_memory();
+    } catch (const vips::VError& error) {
+        logFailure({std::string("cannot read the image: ") + error.what()});
+        return std::nullopt;
+    }
+    logFailure({"cannot resample the image"});
+    return std::nullopt;
+}
+
 } // namespace
 
 std::optional<AppIconFolders> getFolderPath(const std::string& basePath, int type) {
@@ -97,20 +114,17 @@ std::optional<AppIconFolders> getFolderPath(const std::string& basePath, int typ
 
 IconExportStatus createIconToPath(const vips::VImage& source, const std::string& basePath,
                                   int type) {
-    if (source.width() != source.height()) return IconExportStatus::NotSquare;
-    ensureVipsStarted();
-    // Decoded once: every file of the set is resampled from the same pixels.
-    vips::VImage pixels = source;
-    try {
-        pixels = source.copy_memory();
-    } catch (const vips::VError& error) {
-        logFailure({std::string("cannot read the image: ") + error.what()});
+    if (!source.get_image()) {
+        logFailure({"no image to export"});
         return IconExportStatus::Written;
     }
+    if (source.width() != source.height()) return IconExportStatus::NotSquare;
+    auto pixels = workingPixels(source);
+    if (!pixels) return IconExportStatus::Written;
     if (type == kIcnsType)
-        writeIcnsFile(pixels, basePath);
+        writeIcnsFile(*pixels, basePath);
     else
-        writeIconSet(pixels, basePath, type);
+        writeIconSet(*pixels, basePath, type);
     return IconExportStatus::Written;
 }
 

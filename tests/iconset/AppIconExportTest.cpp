@@ -229,6 +229,20 @@ TEST_F(AppIconExport, ASourceLoadedFromAFileExportsLikeOneInMemory) {
     expectFiles(dir / "photo(Android)/AppIcon.appiconset", kAndroid);
 }
 
+TEST_F(AppIconExport, SmallAndLargeSourcesGiveTheSameSizes) {
+    source = test::gradientImage(2048, 2048);
+    exportSet(0);
+    expectFiles(dir / "logo(OSX)/AppIcon.appiconset", kMacOS);
+    source = test::gradientImage(64, 64).extract_band(0); // one grey band, scaled up
+    exportSet(3);
+    expectFiles(dir / "logo(Android)/AppIcon.appiconset", kAndroid);
+}
+
+TEST_F(AppIconExport, AnImageWithoutPixelsWritesNothing) {
+    EXPECT_EQ(createIconToPath(vips::VImage(), base, 1), IconExportStatus::Written);
+    EXPECT_TRUE(entriesOf(dir.path()).empty());
+}
+
 TEST(AppIconFolders, GetFolderPathMakesBothFolders) {
     TempDir dir;
     auto folders = getFolderPath(dir / "pics/logo", 2);
