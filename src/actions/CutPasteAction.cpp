@@ -1,6 +1,7 @@
 // "Cut Paste": used on a selection it remembers the selected paths in the menu configuration;
 // used on a folder's background while paths are remembered, it moves them into that folder.
 #include "actions/Alerts.h"
+#include "actions/FileHash.h"
 #include "actions/ItemTransfer.h"
 #include "actions/NewFile.h"
 #include "actions/PathName.h"
@@ -62,7 +63,12 @@ void FinderSync::cutPasteItem(const PXMenuItem::Ptr& item) {
     if (!item) return;
     const std::vector<std::string> selection = selectURLs();
     if (isSelectURL || item->cutPaths.empty()) return storeCutList(selection);
-    if (selection.empty() || !paste(item->cutPaths, selection.front())) return;
+    if (selection.empty()) return;
+    // The folder shown; from a toolbar menu over a selected file, that file's folder.
+    const std::string& first = selection.front();
+    const std::string folder =
+        filehash::isFolder(first) ? first : path::deletingLastPathComponent(first);
+    if (!paste(item->cutPaths, folder)) return;
     storeCutList({});
 }
 

@@ -51,12 +51,14 @@ DataCopy::Outcome DataCopy::clone(int in, int out) {
 }
 
 // copy_file_range moves the bytes inside the kernel; where it refuses before any byte moved,
-// the plain way takes over from the start.
+// the plain way takes over from the start (for this file only when the refusal was a zero).
 DataCopy::Outcome DataCopy::copyRange(int in, int out) {
     bool movedAny = false;
     for (;;) {
         const ssize_t moved = ::copy_file_range(in, nullptr, out, nullptr, kRangeChunk, 0);
-        if (moved == 0) return Outcome::Done;
+        // Nothing at all from a file that had bytes: some pseudo file systems answer so, and
+        // reading them works.
+        if (moved == 0) return movedAny ? Outcome::Done : Outcome::Unsupported;
         if (moved > 0) {
             movedAny = true;
             continue;

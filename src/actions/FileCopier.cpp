@@ -6,9 +6,12 @@
 #include "support/FileIO.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
+#include <fstream>
 #include <memory>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -22,10 +25,14 @@ struct DirCloser {
     void operator()(DIR* dir) const { ::closedir(dir); }
 };
 
-mode_t processUmask() {
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return mask;
+// The file-mode creation mask, read without setting it: umask(2) would change it for a moment
+// for every thread of the process. Nothing when it cannot be read.
+std::optional<mode_t> processUmask() {
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);)
+        if (line.starts_with("Umask:"))
+            return static_cast<mode_t>(std::strtoul(line.c_str() + 6, nullptr, 8));
+    return std::nullopt;
 }
 
 // One item by its name inside an open folder.
@@ -51,7 +58,7 @@ class TreeCopier {
     void made(int fd);
 
     DataCopy m_data;
-    mode_t m_umask = processUmask();
+    std::optional<mode_t> m_umask = processUmask();
     bool m_madeTarget = false;
     dev_t m_targetDevice = 0;
     ino_t m_targetInode = 0;
@@ -202,8 +209,8 @@ ErrorOr<void> TreeCopier::copySpecial(Place from, Place to, const std::string& p
 // set-user-id bits.
 void TreeCopier::keepModeAndTimes(int out, const struct stat& info, bool created0700) {
     const mode_t wanted = info.st_mode & 07777;
-    const mode_t given = created0700 ? (S_IRWXU & ~m_umask) : (info.st_mode & 0777 & ~m_umask);
-    if (wanted != given) ::fchmod(out, wanted);
+    const mode_t created = created0700 ? S_IRWXU : (info.st_mode & 0777);
+    if (!m_umask || wanted != (created & ~*m_umask)) ::fchmod(out, wanted);
     timespec times[2];
     ::futimens(out, timesOf(info, times));
 }

@@ -11,11 +11,13 @@ namespace {
 
 class CutPasteActionTest : public CopyMoveFixture {
   protected:
-    std::vector<std::string> storedCutPaths() {
+    // The "Cut Paste" entry as the configuration holds it.
+    static PXMenuItem::Ptr storedItem() {
         for (const auto& item : PXMenuManager::menuItemArray())
-            if (item->isCutPaste()) return item->cutPaths;
-        return {"(no Cut Paste entry)"};
+            if (item->isCutPaste()) return item;
+        return PXMenuItem::create("(no Cut Paste entry)");
     }
+    static std::vector<std::string> storedCutPaths() { return storedItem()->cutPaths; }
     // The entry as the menu shows it for the state prepared; nothing when it is not offered.
     const MenuEntry* offered(MenuKind kind) {
         menu = sync.menuForMenuKind(kind);
@@ -110,6 +112,18 @@ TEST_F(CutPasteActionTest, PastingIntoTheFolderTheItemsCameFromIsNeitherOfferedN
     EXPECT_EQ(ui->alerts()[0].informative, localized("Paste Same Folder Tip"));
     EXPECT_EQ(readFile(a), "a");
     EXPECT_EQ(storedCutPaths(), std::vector<std::string>{a});
+}
+
+TEST_F(CutPasteActionTest, PastingOverASelectedFileOutsideTheContextMenuUsesItsFolder) {
+    const std::string a = work.write("src/a", "a");
+    const std::string file = work.write("dest/file", "f");
+    ASSERT_TRUE(cut({a}));
+    prepare({file}, work / "dest");
+    sync.isSelectURL = false; // a toolbar menu
+    sync.cutPasteItem(storedItem());
+    EXPECT_EQ(readFile(work / "dest/a"), "a");
+    EXPECT_EQ(readFile(file), "f");
+    EXPECT_TRUE(storedCutPaths().empty());
 }
 
 TEST_F(CutPasteActionTest, WithNothingSelectedTheFolderShownIsCut) {

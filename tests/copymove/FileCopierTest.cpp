@@ -29,6 +29,7 @@ class FileCopierTest : public ::testing::Test {
         work.write("src/sub/script.sh", "#!/bin/sh\n");
         ::chmod((root + "/sub/script.sh").c_str(), 04755);
         ::chmod((root + "/a.txt").c_str(), 0604);
+        ::chmod(work.write("src/shared", "for all").c_str(), 0666); // more than the umask allows
         ::symlink("a.txt", (root + "/link").c_str());
         ::symlink("/nowhere/at/all", (root + "/dangling").c_str());
         ::symlink("sub", (root + "/folder-link").c_str());
