@@ -1,0 +1,207 @@
+#include "PdfTestTools.h"
+#include "SamplePdf.h"
+#include "config/Localization.h"
+#include "media/ImageFile.h"
+#include "media/PdfTools.h"
+#include "support_files/TestSupport.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <unistd.h>
+
+namespace px::media {
+namespace {
+
+using test::folderNames;
+using test::makeImage;
+using test::pdfPageCount;
+using test::pdfPageSizes;
+using test::pdfText;
+using test::readFile;
+using test::ScopedEnv;
+using test::TempDir;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+class MergeTest : public ::testing::Test {
+  protected:
+    void SetUp() override { resetLocalizationForTesting(); }
+    void TearDown() override { resetLocalizationForTesting(); }
+
+    std::string image(const std::string& name, const std::string& size,
+                      const std::string& colour = "red") {
+        return makeImage(dir / name, {"-size", size, "xc:" + colour});
+    }
+    std::string textPdf(const std::string& name, const std::vector<std::string>& titles,
+                        const test::SamplePdfOptions& options = {}) {
+        return test::writeSamplePdf(dir / name, titles, options);
+    }
+    // The merged page rendered at 72 dpi, so one image pixel is one rendered pixel.
+    std::string rendered(const std::string& pdf) {
+        test::outputOf({"pdftoppm", "-r", "72", "-png", "-singlefile", pdf, dir / "rendered"});
+        return dir / "rendered.png";
+    }
+
+    ScopedEnv language{"LANGUAGE", std::nullopt};
+    ScopedEnv all{"LC_ALL", std::nullopt};
+    ScopedEnv messages{"LC_MESSAGES", std::nullopt};
+    ScopedEnv lang{"LANG", "C"};
+    TempDir dir;
+};
+
+TEST_F(MergeTest, OneImageBecomesOnePageOfItsSizeNamedAfterIt) {
+    mergeToPDF({image("a.png", "40x30")});
+    EXPECT_THAT(folderNames(dir.path()), ElementsAre("a.pdf", "a.png"));
+    EXPECT_TRUE(test::passesQpdfCheck(dir / "a.pdf"));
+    EXPECT_THAT(pdfPageSizes(dir / "a.pdf"), ElementsAre("40 x 30"));
+    const std::string page = rendered(dir / "a.pdf");
+    EXPECT_THAT(test::pixelAt(page, 20, 15), ElementsAre(255, 0, 0));
+}
+
+TEST_F(MergeTest, SeveralPagesMakeAnUntitledDocumentWithAUniqueName) {
+    const std::vector<std::string> images{image("a.png", "40x30"), image("b.png", "20x50", "blue")};
+    mergeToPDF(images);
+    EXPECT_THAT(pdfPageSizes(dir / "Untitled.pdf"), ElementsAre("40 x 30", "20 x 50"));
+    const std::string first = readFile(dir / "Untitled.pdf");
+    mergeToPDF(images);
+    EXPECT_EQ(pdfPageCount(dir / "Untitled-1.pdf"), 2);
+    EXPECT_EQ(readFile(dir / "Untitled.pdf"), first) << "the earlier result stays";
+}
+
+TEST_F(MergeTest, OneMultiPageDocumentAloneIsAlsoUntitled) {
+    mergeToPDF({textPdf("report.pdf", {"One", "Two"})});
+    EXPECT_EQ(pdfPageCount(dir / "Untitled.pdf"), 2);
+}
+
+TEST_F(MergeTest, OnePagePdfAloneGoesToAUniqueVariantNeverOverTheSource) {
+    const std::string source = textPdf("x.pdf", {"Only page"});
+    const std::string before = readFile(source);
+    mergeToPDF({source});
+    EXPECT_THAT(folderNames(dir.path()), ElementsAre("x-1.pdf", "x.pdf"));
+    EXPECT_EQ(readFile(source), before);
+    EXPECT_THAT(pdfText(dir / "x-1.pdf"), HasSubstr("Only page"));
+}
+
+TEST_F(MergeTest, UnreadableItemsAreSkippedAndTheFirstReadableOneNamesTheResult) {
+    dir.write("broken.pdf", "%PDF-1.4 this is not a PDF document");
+    dir.write("broken.png", "not an image");
+    dir.write("notes.txt", "plain text");
+    mergeToPDF({dir / "missing.png", dir / "broken.pdf", dir / "broken.png", dir / "notes.txt",
+                image("b.png", "10x10")});
+    EXPECT_THAT(folderNames(dir.path()),
+                ElementsAre("b.pdf", "b.png", "broken.pdf", "broken.png", "notes.txt"));
+    EXPECT_EQ(pdfPageCount(dir / "b.pdf"), 1);
+}
+
+TEST_F(MergeTest, NothingReadableOrNothingGivenWritesNothing) {
+    dir.write("broken.png", "not an image");
+    mergeToPDF({dir / "missing.pdf", dir / "broken.png"});
+    mergeToPDF({});
+    EXPECT_THAT(folderNames(dir.path()), ElementsAre("broken.png"));
+}
+
+TEST_F(MergeTest, PdfPagesAreCopiedWithTheirTextNotRasterised) {
+    mergeToPDF({textPdf("a.pdf", {"Alpha one", "Alpha two"}), image("picture.png", "30x30"),
+                textPdf("c.pdf", {"Gamma one"})});
+    const std::string merged = dir / "Untitled.pdf";
+    EXPECT_TRUE(test::passesQpdfCheck(merged));
+    EXPECT_EQ(pdfPageCount(merged), 4);
+    EXPECT_THAT(pdfPageSizes(merged),
+                ElementsAre("612 x 792", "612 x 792", "30 x 30", "612 x 792"));
+    EXPECT_THAT(pdfText(merged), ::testing::MatchesRegex("Alpha one.*Alpha two.*Gamma one.*"));
+    EXPECT_THAT(test::outputOf({"pdffonts", merged}), HasSubstr("Helvetica"));
+    // The only image in the document is the picture's.
+    std::string images = test::outputOf({"pdfimages", "-list", merged});
+    EXPECT_EQ(std::count(images.begin(), images.end(), '\n'), 3) << images;
+}
+
+TEST_F(MergeTest, LinksBetweenCopiedPagesStillReachTheirTarget) {
+    test::SamplePdfOptions linked;
+    linked.linkToLast = true;
+    mergeToPDF({textPdf("b.pdf", {"Beta"}), textPdf("a.pdf", {"A1", "A2", "A3"}, linked)});
+    const auto json = nlohmann::json::parse(test::outputOf(
+        {"qpdf", "--json=1", "--json-key=pages", "--json-key=objects", dir / "Untitled.pdf"}));
+    const auto& pages = json["pages"];
+    ASSERT_EQ(pages.size(), 4u);
+    const auto& page = json["objects"][pages[1]["object"].get<std::string>()];
+    const auto& link = json["objects"][page["/Annots"][0].get<std::string>()];
+    EXPECT_EQ(link["/Dest"][0], pages[3]["object"]) << link.dump();
+}
+
+TEST_F(MergeTest, JpegDataIsEmbeddedAsStored) {
+    const std::string photo = makeImage(dir / "photo.jpg", {"-size", "64x48", "gradient:red-blue"});
+    mergeToPDF({photo});
+    const std::string merged = dir / "photo.pdf";
+    EXPECT_THAT(pdfPageSizes(merged), ElementsAre("64 x 48"));
+    EXPECT_THAT(test::outputOf({"pdfimages", "-list", merged}), HasSubstr("jpeg"));
+    test::outputOf({"pdfimages", "-j", merged, dir / "out"});
+    EXPECT_EQ(readFile(dir / "out-000.jpg"), readFile(photo));
+}
+
+TEST_F(MergeTest, TransparencyBecomesASoftMask) {
+    mergeToPDF({image("glass.png", "20x10", "rgba(255,0,0,0.5)")});
+    const std::string merged = dir / "glass.pdf";
+    EXPECT_TRUE(test::passesQpdfCheck(merged));
+    EXPECT_THAT(test::outputOf({"pdfimages", "-list", merged}), HasSubstr("smask"));
+    const std::vector<double> pixel = test::pixelAt(rendered(merged), 10, 5);
+    EXPECT_EQ(pixel[0], 255);
+    EXPECT_NEAR(pixel[1], 128, 3) << "half-transparent red on white paper";
+}
+
+TEST_F(MergeTest, TurnedPhotosAreSetUpright) {
+    ensureVipsStarted();
+    vips::VImage stored = vips::VImage::black(64, 48, vips::VImage::option()->set("bands", 3));
+    stored = stored.copy();
+    stored.set(VIPS_META_ORIENTATION, 6); // shown turned a quarter clockwise
+    stored.jpegsave((dir / "turned.jpg").c_str());
+    mergeToPDF({dir / "turned.jpg"});
+    EXPECT_THAT(pdfPageSizes(dir / "turned.pdf"), ElementsAre("48 x 64"));
+}
+
+TEST_F(MergeTest, NamesWithQuotesAndCommandTextAreOrdinaryNames) {
+    const std::string name = "it's \"$(touch pwned)\" `id`";
+    mergeToPDF({image(name + ".png", "8x8")});
+    EXPECT_EQ(pdfPageCount(dir / (name + ".pdf")), 1);
+    EXPECT_FALSE(test::exists(dir / "pwned"));
+}
+
+TEST_F(MergeTest, PasswordProtectedDocumentIsSkipped) {
+    const std::string plain = textPdf("plain.pdf", {"Secret"});
+    test::outputOf({"qpdf", "--encrypt", "user", "owner", "256", "--", plain, dir / "locked.pdf"});
+    mergeToPDF({dir / "locked.pdf", image("b.png", "10x10")});
+    EXPECT_EQ(pdfPageCount(dir / "b.pdf"), 1);
+}
+
+TEST_F(MergeTest, UntitledFollowsTheUsersLanguage) {
+    ScopedEnv chinese("LANG", "zh_CN.UTF-8");
+    resetLocalizationForTesting();
+    mergeToPDF({image("a.png", "10x10"), image("b.png", "10x10")});
+    EXPECT_EQ(pdfPageCount(dir / (localized("Untitled") + ".pdf")), 2);
+    EXPECT_NE(localized("Untitled"), "Untitled");
+}
+
+TEST_F(MergeTest, UnwritableFolderLeavesEverythingAsItWas) {
+    if (::geteuid() == 0) GTEST_SKIP() << "root writes into read-only folders";
+    const std::string source = image("a.png", "10x10");
+    ASSERT_EQ(::chmod(dir.path().c_str(), 0555), 0);
+    mergeToPDF({source});
+    ::chmod(dir.path().c_str(), 0755);
+    EXPECT_THAT(folderNames(dir.path()), ElementsAre("a.png"));
+}
+
+TEST_F(MergeTest, LongListsOfDocumentsAreMergedInOrder) {
+    std::vector<std::string> sources;
+    for (int i = 0; i < 230; ++i)
+        sources.push_back(
+            textPdf("part" + std::to_string(i) + ".pdf", {"Part " + std::to_string(i)}));
+    mergeToPDF(sources);
+    const std::string merged = dir / "Untitled.pdf";
+    EXPECT_EQ(pdfPageCount(merged), 230);
+    const std::string text = pdfText(merged);
+    EXPECT_LT(text.find("Part 0\n"), text.find("Part 229\n"));
+    EXPECT_TRUE(test::passesQpdfCheck(merged));
+}
+
+} // namespace
+} // namespace px::media

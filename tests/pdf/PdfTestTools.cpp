@@ -1,0 +1,104 @@
+#include "PdfTestTools.h"
+
+#include "media/ImageFile.h"
+#include "support_files/TestSupport.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <sstream>
+
+namespace px::test {
+
+std::string outputOf(const std::vector<std::string>& argv) {
+    ProcessResult result = runProcess(argv);
+    EXPECT_EQ(result.exitStatus, 0) << argv.front() << ": " << result.err;
+    return result.exitStatus == 0 ? result.out : std::string{};
+}
+
+namespace {
+
+// The values of pdfinfo's lines that start with `label`.
+std::vector<std::string> pdfinfoValues(const std::string& pdf, const std::string& label,
+                                       const std::vector<std::string>& options) {
+    std::vector<std::string> argv{"pdfinfo"};
+    argv.insert(argv.end(), options.begin(), options.end());
+    argv.push_back(pdf);
+    std::istringstream lines(outputOf(argv));
+    std::vector<std::string> values;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.rfind(label, 0) != 0) continue;
+        std::string value = line.substr(line.find(':') + 1);
+        value.erase(0, value.find_first_not_of(' '));
+        values.push_back(value);
+    }
+    return values;
+}
+
+} // namespace
+
+int pdfPageCount(const std::string& pdf) {
+    auto values = pdfinfoValues(pdf, "Pages:", {});
+    return values.empty() ? -1 : std::stoi(values.front());
+}
+
+std::vector<std::string> pdfPageSizes(const std::string& pdf) {
+    std::vector<std::string> sizes;
+    for (const std::string& value : pdfinfoValues(pdf, "Page ", {"-f", "1", "-l", "9999"})) {
+        if (value.find(" pts") == std::string::npos) continue;
+        sizes.push_back(value.substr(0, value.find(" pts")));
+    }
+    return sizes;
+}
+
+std::string pdfText(const std::string& pdf) {
+    return outputOf({"pdftotext", pdf, "-"});
+}
+
+bool passesQpdfCheck(const std::string& pdf) {
+    ProcessResult result = runProcess({"qpdf", "--check", pdf});
+    EXPECT_EQ(result.exitStatus, 0) << result.out << result.err;
+    return result.exitStatus == 0 &&
+           result.out.find("No syntax or stream encoding errors") != std::string::npos;
+}
+
+std::string makeImage(const std::string& path, const std::vector<std::string>& arguments) {
+    std::vector<std::string> argv{"convert"};
+    argv.insert(argv.end(), arguments.begin(), arguments.end());
+    argv.push_back(path);
+    outputOf(argv);
+    return path;
+}
+
+std::vector<std::string> folderNames(const std::string& folder) {
+    std::vector<std::string> names;
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::directory_iterator(folder, ignored))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+PixelDifference comparePixels(const std::string& first, const std::string& second) {
+    media::ensureVipsStarted();
+    vips::VImage a =
+        vips::VImage::new_from_file(first.c_str()).colourspace(VIPS_INTERPRETATION_sRGB);
+    vips::VImage b =
+        vips::VImage::new_from_file(second.c_str()).colourspace(VIPS_INTERPRETATION_sRGB);
+    if (a.width() != b.width() || a.height() != b.height()) return {};
+    a = a.extract_band(0, vips::VImage::option()->set("n", 3));
+    b = b.extract_band(0, vips::VImage::option()->set("n", 3));
+    vips::VImage difference = (a.cast(VIPS_FORMAT_INT) - b.cast(VIPS_FORMAT_INT)).abs();
+    return {true, difference.max(), difference.avg()};
+}
+
+std::vector<double> pixelAt(const std::string& image, int x, int y) {
+    media::ensureVipsStarted();
+    vips::VImage loaded =
+        vips::VImage::new_from_file(image.c_str()).colourspace(VIPS_INTERPRETATION_sRGB);
+    std::vector<double> values = loaded.getpoint(x, y);
+    values.resize(3);
+    return values;
+}
+
+} // namespace px::test
