@@ -1,10 +1,14 @@
 #include "config/IconTheme.h"
 
 #include "support/FileIO.h"
+#include "support/FileStamp.h"
+#include "support/ReadScope.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <map>
+#include <mutex>
 #include <sys/stat.h>
 #include <utility>
 #include <vector>
@@ -171,13 +175,72 @@ bool isPlainName(std::string_view name) {
     });
 }
 
-std::optional<std::string> artworkFor(std::string_view name) {
-    if (!isPlainName(name)) return std::nullopt;
-    for (const auto& folder : dataFolders()) {
-        std::string path = folder + "/icons/" + std::string(name) + ".svg";
+std::optional<std::string> findArtwork(const std::vector<std::string>& iconFolders,
+                                       std::string_view name) {
+    for (const auto& folder : iconFolders) {
+        std::string path = folder + "/" + std::string(name) + ".svg";
         if (io::exists(path)) return path;
     }
     return std::nullopt;
+}
+
+std::vector<std::string> iconFolders() {
+    std::vector<std::string> folders = dataFolders();
+    for (auto& folder : folders)
+        folder += "/icons";
+    return folders;
+}
+
+// What the icon folders held when they were last looked at, found or not found, so that a
+// menu need not look for the same missing pictures every time it is built. The folders'
+// stamps are checked once per read scope; any change to a folder forgets everything, and so
+// does every check while a folder's last change is too recent to be told from the next one.
+class ArtworkCache {
+  public:
+    std::optional<std::string> find(std::string_view name) {
+        std::lock_guard guard(m_mutex);
+        if (!ReadScope::holds(m_checkedInScope)) checkFolders();
+        auto known = m_found.find(name);
+        if (known != m_found.end()) return known->second;
+        auto found = findArtwork(m_folders, name);
+        if (m_found.size() >= kMostNames) m_found.clear();
+        m_found.emplace(std::string(name), found);
+        return found;
+    }
+
+  private:
+    static constexpr std::size_t kMostNames = 1000;
+
+    void checkFolders() {
+        m_checkedInScope = ReadScope::current();
+        const long long now = io::FileStamp::nowNanos();
+        std::vector<std::string> folders = iconFolders();
+        std::vector<io::FileStamp> stamps;
+        for (const auto& folder : folders)
+            stamps.push_back(io::FileStamp::of(folder));
+        if (m_settled && folders == m_folders && stamps == m_stamps) return;
+        m_settled = std::all_of(stamps.begin(), stamps.end(), [now](const io::FileStamp& stamp) {
+            return stamp.isSettledAt(now);
+        });
+        m_folders = std::move(folders);
+        m_stamps = std::move(stamps);
+        m_found.clear();
+    }
+
+    std::mutex m_mutex;
+    std::uint64_t m_checkedInScope = 0;
+    bool m_settled = false;
+    std::vector<std::string> m_folders;
+    std::vector<io::FileStamp> m_stamps;
+    std::map<std::string, std::optional<std::string>, std::less<>> m_found;
+};
+
+// Outside a read scope every look-up goes to the disk.
+std::optional<std::string> artworkFor(std::string_view name) {
+    if (!isPlainName(name)) return std::nullopt;
+    if (ReadScope::current() == 0) return findArtwork(iconFolders(), name);
+    static ArtworkCache* cache = new ArtworkCache();
+    return cache->find(name);
 }
 
 } // namespace

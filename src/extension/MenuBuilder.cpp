@@ -6,6 +6,7 @@
 #include "extension/MenuTag.h"
 #include "extension/PXHelper.h"
 #include "extension/UserTemplates.h"
+#include "support/ReadScope.h"
 
 #include <algorithm>
 #include <array>
@@ -176,13 +177,14 @@ void FinderSync::fillChildren(const PXMenuItem::Ptr& item, const PXFile& current
 }
 
 Menu FinderSync::menuForMenuKind(MenuKind kind) {
+    // One look at the settings file and the artwork folders for the whole menu.
+    ReadScope scope;
     selectURLsCache.reset();
     const auto& selection = selectURLs();
     std::size_t count = selection.size();
     if (count > 0) isSelectURL = kind == MenuKind::ContextualItems;
     PXFile current(count > 0 ? selection.front() : std::string());
     rightMenuArray = PXMenuManager::menuItemArray();
-    // Read once per menu: every read of the file-backed suite checks the file again.
     const bool topIcons = !preference("pref check1");
     const bool settingsEntry = !preference("pref check2");
     const bool submenuIcons = !preference("pref check4");

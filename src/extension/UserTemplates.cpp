@@ -2,12 +2,14 @@
 
 #include "actions/PathName.h"
 #include "config/IconTheme.h"
+#include "support/FileStamp.h"
 #include "support/Xdg.h"
 
 #include <algorithm>
 #include <array>
 #include <dirent.h>
 #include <memory>
+#include <mutex>
 #include <string_view>
 #include <sys/stat.h>
 #include <vector>
@@ -45,6 +47,36 @@ std::vector<std::string> offeredNames(const std::string& folder) {
     return names;
 }
 
+// The offered names of the folder last listed, kept while the folder's stamp stays the same:
+// the menu asks for them on every build, and the folder rarely changes. (A symbolic link whose
+// target turns from a file into something else goes unnoticed until the folder changes.)
+class ListingCache {
+  public:
+    std::vector<std::string> namesIn(const std::string& folder) {
+        std::lock_guard guard(m_mutex);
+        const long long now = io::FileStamp::nowNanos();
+        io::FileStamp stamp = io::FileStamp::of(folder);
+        if (m_settled && folder == m_folder && stamp == m_stamp) return m_names;
+        m_folder = folder;
+        m_stamp = stamp;
+        m_settled = stamp.isSettledAt(now);
+        m_names = stamp.exists() ? offeredNames(folder) : std::vector<std::string>{};
+        return m_names;
+    }
+
+  private:
+    std::mutex m_mutex;
+    std::string m_folder;
+    io::FileStamp m_stamp;
+    bool m_settled = false;
+    std::vector<std::string> m_names;
+};
+
+std::vector<std::string> cachedOfferedNames(const std::string& folder) {
+    static ListingCache* cache = new ListingCache();
+    return cache->namesIn(folder);
+}
+
 PXMenuItem::Ptr itemFor(const std::string& folder, const std::string& name) {
     auto item = PXMenuItem::create(name);
     item->ext = path::pathExtension(name);
@@ -71,7 +103,7 @@ std::string UserTemplates::folder() {
 PXMenuItem::List UserTemplates::items(const std::string& folder) {
     PXMenuItem::List result;
     if (folder.empty()) return result;
-    for (const auto& name : offeredNames(folder))
+    for (const auto& name : cachedOfferedNames(folder))
         result.push_back(itemFor(folder, name));
     return result;
 }

@@ -1,5 +1,6 @@
 #include "config/IconTheme.h"
 
+#include "support/ReadScope.h"
 #include "support_files/TestSupport.h"
 
 #include <filesystem>
@@ -72,6 +73,28 @@ TEST_F(IconThemeTest, PicturesWithoutThemeIconUseTheProjectArtworkWhenPresent) {
     EXPECT_EQ(iconReferenceForResource("px-test-logo"), artwork);
     m_data.write("icons/love.svg", "<svg/>");
     EXPECT_EQ(iconReferenceForResource("love"), m_data / "icons/love.svg");
+}
+
+TEST_F(IconThemeTest, EachReadScopeSeesArtworkAddedOrRemovedBeforeIt) {
+    {
+        ReadScope scope;
+        EXPECT_FALSE(iconReferenceForResource("px-late-logo"));
+    }
+    const auto artwork = m_data.write("icons/px-late-logo.svg", "<svg/>");
+    {
+        ReadScope scope;
+        EXPECT_EQ(iconReferenceForResource("px-late-logo"), artwork);
+        EXPECT_EQ(iconReferenceForResource("px-late-logo"), artwork);
+    }
+    std::filesystem::remove(artwork);
+    {
+        ReadScope scope;
+        EXPECT_FALSE(iconReferenceForResource("px-late-logo"));
+    }
+    ScopedEnv elsewhere("PXMENU_DATADIR", m_data / "other");
+    const auto moved = m_data.write("other/icons/px-late-logo.svg", "<svg/>");
+    ReadScope scope;
+    EXPECT_EQ(iconReferenceForResource("px-late-logo"), moved);
 }
 
 TEST_F(IconThemeTest, ThemeIconsWinOverArtworkOfTheSameName) {

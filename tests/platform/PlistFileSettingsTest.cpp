@@ -1,9 +1,11 @@
 #include "config/PlistCodec.h"
 #include "platform/linux/PlistFileSettings.h"
+#include "support/ReadScope.h"
 #include "support_files/TestSupport.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 using namespace px;
@@ -35,6 +37,51 @@ TEST_F(PlistFileSettingsTest, ReadsSeeChangesMadeByOthers) {
     EXPECT_EQ(mine.integerForKey("use count"), 2);
     mine.removeObject("use count");
     EXPECT_FALSE(theirs.objectForKey("use count"));
+}
+
+TEST_F(PlistFileSettingsTest, AReadScopeSeesOneVersionAndTheNextScopeTheNewOne) {
+    platform::PlistFileSettings mine(path()), theirs(path());
+    theirs.setInteger("use count", 1);
+    {
+        ReadScope scope;
+        EXPECT_EQ(mine.integerForKey("use count"), 1);
+        theirs.setInteger("use count", 2);
+        theirs.setBool("pref check0", true);
+        EXPECT_EQ(mine.integerForKey("use count"), 1);
+        EXPECT_FALSE(mine.boolForKey("pref check0"));
+        ReadScope nested;
+        EXPECT_EQ(mine.integerForKey("use count"), 1);
+    }
+    EXPECT_EQ(mine.integerForKey("use count"), 2);
+    ReadScope next;
+    EXPECT_TRUE(mine.boolForKey("pref check0"));
+}
+
+TEST_F(PlistFileSettingsTest, WritesInsideAReadScopeKeepOthersKeysAndAreSeenAtOnce) {
+    platform::PlistFileSettings mine(path()), theirs(path());
+    ReadScope scope;
+    EXPECT_FALSE(mine.objectForKey("use count"));
+    theirs.setInteger("use count", 5);
+    EXPECT_EQ(mine.increment("use count"), 6);
+    mine.setBool("pref check0", true);
+    EXPECT_TRUE(mine.boolForKey("pref check0"));
+    platform::PlistFileSettings reader(path());
+    EXPECT_EQ(reader.integerForKey("use count"), 6);
+    EXPECT_TRUE(reader.boolForKey("pref check0"));
+}
+
+TEST_F(PlistFileSettingsTest, ScopesOnOtherThreadsCheckTheFileThemselves) {
+    platform::PlistFileSettings mine(path()), theirs(path());
+    theirs.setInteger("use count", 1);
+    ReadScope scope;
+    EXPECT_EQ(mine.integerForKey("use count"), 1);
+    theirs.setInteger("use count", 2);
+    std::int64_t seen = 0;
+    std::thread([&] {
+        ReadScope other;
+        seen = mine.integerForKey("use count");
+    }).join();
+    EXPECT_EQ(seen, 2);
 }
 
 TEST_F(PlistFileSettingsTest, StoredValuesAreDetachedFromTheCaller) {

@@ -2,9 +2,9 @@
 
 #include "config/PlistCodec.h"
 #include "support/FileIO.h"
+#include "support/ReadScope.h"
 
 #include <cstdio>
-#include <sys/stat.h>
 
 namespace px::platform {
 
@@ -22,13 +22,13 @@ PlistFileSettings::PlistFileSettings(std::string path)
 
 plist::Value PlistFileSettings::objectForKey(std::string_view key) {
     std::lock_guard guard(m_mutex);
-    refreshLocked();
+    refreshLocked(Check::OncePerScope);
     return m_root.get(key);
 }
 
 plist::Value PlistFileSettings::snapshot() {
     std::lock_guard guard(m_mutex);
-    refreshLocked();
+    refreshLocked(Check::OncePerScope);
     return m_root;
 }
 
@@ -42,7 +42,7 @@ void PlistFileSettings::modify(const std::string& key,
     (void)io::makeDirectories(parentOf(m_path), 0700);
     auto lock = io::FileLock::acquire(m_path + ".lock");
     if (lock.isError()) reportOnce("pxmenu: " + lock.error().message + "; writing without a lock");
-    refreshLocked();
+    refreshLocked(Check::Always); // what other processes wrote must not be lost
     if (m_broken) moveBrokenFileAsideLocked();
     plist::Value root = m_root.mutableCopy();
     if (plist::Value value = change(m_root.get(key)))
@@ -54,25 +54,26 @@ void PlistFileSettings::modify(const std::string& key,
         return;
     }
     m_root = root.copy();
-    m_identity = {};
-    refreshLocked();
+    m_stamp = {};
+    refreshLocked(Check::Always);
 }
 
-void PlistFileSettings::refreshLocked() {
-    struct stat info {};
-    if (::stat(m_path.c_str(), &info) != 0) {
+void PlistFileSettings::refreshLocked(Check check) {
+    const std::uint64_t scope = ReadScope::current();
+    if (check == Check::OncePerScope && ReadScope::holds(m_checkedInScope)) return;
+    m_checkedInScope = scope;
+    io::FileStamp stamp = io::FileStamp::of(m_path);
+    if (!stamp.exists()) {
         m_root = plist::Value::makeDictionary();
-        m_identity = {};
+        m_stamp = {};
         m_broken = false;
         return;
     }
-    FileIdentity identity{info.st_dev, info.st_ino, info.st_size,
-                          info.st_mtim.tv_sec * 1000000000LL + info.st_mtim.tv_nsec};
-    if (identity != m_identity) loadLocked(identity);
+    if (stamp != m_stamp) loadLocked(stamp);
 }
 
-void PlistFileSettings::loadLocked(const FileIdentity& identity) {
-    m_identity = identity;
+void PlistFileSettings::loadLocked(const io::FileStamp& stamp) {
+    m_stamp = stamp;
     auto parsed = plist::readFile(m_path);
     m_broken = parsed.isError() || !parsed.value().isDictionary();
     if (!m_broken) {

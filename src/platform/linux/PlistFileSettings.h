@@ -1,17 +1,19 @@
 #pragma once
 
 #include "platform/Settings.h"
+#include "support/FileStamp.h"
 
+#include <cstdint>
 #include <mutex>
-#include <sys/types.h>
 
 namespace px::platform {
 
 // A settings suite kept in one XML property-list file. Reads reload only when the file
-// changed (a warm read costs one stat). Every write re-reads the file under an advisory lock,
-// changes the key and replaces the file atomically, so no key written by another process is
-// lost. A file that cannot be parsed is reported once, read as empty, and moved aside to
-// "<name>.broken" (never over an earlier one) before anything is written over it.
+// changed: a warm read costs one stat, and inside a ReadScope only the first read does. Every
+// write re-reads the file under an advisory lock, changes the key and replaces the file
+// atomically, so no key written by another process is lost. A file that cannot be parsed is
+// reported once, read as empty, and moved aside to "<name>.broken" (never over an earlier one)
+// before anything is written over it.
 class PlistFileSettings final : public Settings {
 public:
     explicit PlistFileSettings(std::string path);
@@ -26,23 +28,18 @@ public:
     plist::Value snapshot();
 
 private:
-    struct FileIdentity {
-        dev_t device = 0;
-        ino_t inode = 0;
-        off_t size = -1;
-        long long modifiedNanos = 0;
-        bool operator==(const FileIdentity&) const = default;
-    };
+    enum class Check { OncePerScope, Always };
 
-    void refreshLocked();
-    void loadLocked(const FileIdentity& identity);
+    void refreshLocked(Check check);
+    void loadLocked(const io::FileStamp& stamp);
     void moveBrokenFileAsideLocked();
     void reportOnce(const std::string& message);
 
     std::string m_path;
     std::mutex m_mutex;
     plist::Value m_root;
-    FileIdentity m_identity;
+    io::FileStamp m_stamp;
+    std::uint64_t m_checkedInScope = 0;
     bool m_broken = false;
     bool m_reported = false;
 };
