@@ -4,6 +4,7 @@
 #include "config/MenuKeys.h"
 #include "config/PXDefaultData.h"
 #include "config/PXMenuManager.h"
+#include "config/StoredFields.h"
 #include "support/StandardPath.h"
 
 #include <algorithm>
@@ -32,21 +33,55 @@ PXMenuItem::List buildList(const char* menuKey, bool includeDisabled, CopyFields
     return result;
 }
 
-void copyMainFields(PXMenuItem& item, const plist::Value& entry) {
-    item.key = fields::string(entry, "key");
-    item.icon = fields::string(entry, "icon");
-    item.iconPath = fields::string(entry, "iconPath");
-    item.appName = fields::string(entry, "appName");
-    item.displayName = fields::string(entry, "displayName");
-    item.isAddToMainMenu = fields::flag(entry, "toMainMenu");
-    item.disabledAuth = fields::flag(entry, "disabledAuth");
-    item.disabledOpenPath = fields::flag(entry, "disabledOpenPath");
-    item.isMainMenuNewFile = fields::flag(entry, "mainMenuNewFile");
-    item.ext = fields::string(entry, "ext");
-    item.fileName = fields::string(entry, "fileName");
-    item.templatePath = fields::string(entry, "templatePath");
-    item.isSpecialFile = fields::flag(entry, "special");
-}
+using fields::StoredField;
+
+constexpr StoredField kMainFields[] = {
+    {"appName", &PXMenuItem::appName},
+    {"disabledAuth", nullptr, &PXMenuItem::disabledAuth},
+    {"disabledOpenPath", nullptr, &PXMenuItem::disabledOpenPath},
+    {"displayName", &PXMenuItem::displayName},
+    {"ext", &PXMenuItem::ext},
+    {"fileName", &PXMenuItem::fileName},
+    {"icon", &PXMenuItem::icon},
+    {"iconPath", &PXMenuItem::iconPath},
+    {"key", &PXMenuItem::key},
+    {"mainMenuNewFile", nullptr, &PXMenuItem::isMainMenuNewFile},
+    {"special", nullptr, &PXMenuItem::isSpecialFile},
+    {"templatePath", &PXMenuItem::templatePath},
+    {"toMainMenu", nullptr, &PXMenuItem::isAddToMainMenu},
+};
+static_assert(fields::isSortedByName(kMainFields));
+
+constexpr StoredField kNewFileFields[] = {
+    {"displayName", &PXMenuItem::displayName},
+    {"ext", &PXMenuItem::ext},
+    {"fileName", &PXMenuItem::fileName},
+    {"icon", &PXMenuItem::icon},
+    {"iconPath", &PXMenuItem::iconPath},
+    {"key", &PXMenuItem::key},
+    {"special", nullptr, &PXMenuItem::isSpecialFile},
+    {"templatePath", &PXMenuItem::templatePath},
+    {"toMainMenu", nullptr, &PXMenuItem::isAddToMainMenu},
+};
+static_assert(fields::isSortedByName(kNewFileFields));
+
+constexpr StoredField kFolderIconFields[] = {
+    {"displayName", &PXMenuItem::displayName},
+    {"icon", &PXMenuItem::icon},
+    {"iconPath", &PXMenuItem::iconPath},
+    {"key", &PXMenuItem::key},
+};
+static_assert(fields::isSortedByName(kFolderIconFields));
+
+constexpr StoredField kCommonAppFields[] = {
+    {"disabledOpenPath", nullptr, &PXMenuItem::disabledOpenPath},
+    {"displayName", &PXMenuItem::displayName},
+    {"icon", &PXMenuItem::icon},
+    {"iconPath", &PXMenuItem::iconPath},
+    {"key", &PXMenuItem::key},
+    {"toMainMenu", nullptr, &PXMenuItem::isAddToMainMenu},
+};
+static_assert(fields::isSortedByName(kCommonAppFields));
 
 const std::vector<std::string>& convertFormats() {
     static const std::vector<std::string> formats{
@@ -130,7 +165,7 @@ PXMenuItem::List PXMenuManager::menuItemArray() {
     PXMenuItem::List apps;
     PXMenuItem::List result =
         buildList(menukey::kRightMenu, false, [&](PXMenuItem& item, const plist::Value& entry) {
-            copyMainFields(item, entry);
+            fields::copyStoredFields(item, entry, kMainFields);
             item.forever = isForeverKey(item.key);
             Belongs belongs = Belongs::No;
             if (!applyServiceAndHideRules(item, belongs)) applyKindRules(item, entry, belongs);
@@ -141,36 +176,21 @@ PXMenuItem::List PXMenuManager::menuItemArray() {
 }
 
 PXMenuItem::List PXMenuManager::newFileTemplateMenuArray(bool includeDisabled) {
-    return buildList(menukey::kNewFile, includeDisabled, [](PXMenuItem& item, const plist::Value& entry) {
-        item.key = fields::string(entry, "key");
-        item.icon = fields::string(entry, "icon");
-        item.ext = fields::string(entry, "ext");
-        item.fileName = fields::string(entry, "fileName");
-        item.displayName = fields::string(entry, "displayName");
-        item.templatePath = fields::string(entry, "templatePath");
-        item.iconPath = fields::string(entry, "iconPath");
-        item.isSpecialFile = fields::flag(entry, "special");
-        item.isAddToMainMenu = fields::flag(entry, "toMainMenu");
-    });
+    return buildList(menukey::kNewFile, includeDisabled,
+                     [](PXMenuItem& item, const plist::Value& entry) {
+                         fields::copyStoredFields(item, entry, kNewFileFields);
+                     });
 }
 
 PXMenuItem::List PXMenuManager::folderIconMenuArray() {
     return buildList(menukey::kFolderIcon, false, [](PXMenuItem& item, const plist::Value& entry) {
-        item.key = fields::string(entry, "key");
-        item.icon = fields::string(entry, "icon");
-        item.iconPath = fields::string(entry, "iconPath");
-        item.displayName = fields::string(entry, "displayName");
+        fields::copyStoredFields(item, entry, kFolderIconFields);
     });
 }
 
 PXMenuItem::List PXMenuManager::commonAppMenuArray() {
     return buildList(menukey::kCommonApp, false, [](PXMenuItem& item, const plist::Value& entry) {
-        item.key = fields::string(entry, "key");
-        item.icon = fields::string(entry, "icon");
-        item.iconPath = fields::string(entry, "iconPath");
-        item.displayName = fields::string(entry, "displayName");
-        item.isAddToMainMenu = fields::flag(entry, "toMainMenu");
-        item.disabledOpenPath = fields::flag(entry, "disabledOpenPath");
+        fields::copyStoredFields(item, entry, kCommonAppFields);
         item.appName = item.key;
     });
 }

@@ -82,6 +82,55 @@ TEST_F(MenuListsTest, WrongTypedEntriesNeitherCrashNorLeak) {
     EXPECT_TRUE(PXMenuManager::menuItemArray().empty());
 }
 
+TEST_F(MenuListsTest, EachListReadsItsOwnFieldsAmongUnknownOnes) {
+    Value full = dict({{"Key", Value("upper case is another field")},
+                       {"aaa", Value(1)},
+                       {"appName", Value("Gedit")},
+                       {"disabledAuth", Value("YES")},
+                       {"disabledOpenPath", Value(1)},
+                       {"displayName", Value(3)},
+                       {"ext", Value("md")},
+                       {"fileName", Value("Notes")},
+                       {"icon", Value("txt")},
+                       {"iconPath", Value("/icons/notes.png")},
+                       {"key", Value("Notes")},
+                       {"keyword", Value("not the key")},
+                       {"mainMenuNewFile", Value("0")},
+                       {"special", Value(true)},
+                       {"templatePath", Value("/t/notes.md")},
+                       {"toMainMenu", Value("true")},
+                       {"zzz", Value("last")}});
+    storeMain({full});
+    auto main = PXMenuManager::menuItemArray();
+    ASSERT_EQ(main.size(), 1u);
+    const PXMenuItem& item = *main[0];
+    EXPECT_EQ(item.key, "Notes");
+    EXPECT_EQ(item.appName, "Gedit");
+    EXPECT_TRUE(item.disabledAuth && item.disabledOpenPath);
+    EXPECT_TRUE(item.isSpecialFile && item.isAddToMainMenu);
+    EXPECT_FALSE(item.isMainMenuNewFile);
+    EXPECT_EQ(item.displayName, "") << "a number is no text";
+    EXPECT_EQ(item.ext + item.fileName + item.icon, "mdNotestxt");
+    EXPECT_EQ(item.iconPath + item.templatePath, "/icons/notes.png/t/notes.md");
+
+    suite->setObject(menukey::kNewFile, Value::makeArray({full}));
+    suite->setObject(menukey::kCommonApp, Value::makeArray({full}));
+    suite->setObject(menukey::kFolderIcon, Value::makeArray({full}));
+    auto newFile = PXMenuManager::newFileTemplateMenuArray(false).at(0);
+    EXPECT_EQ(newFile->templatePath, "/t/notes.md");
+    EXPECT_TRUE(newFile->isSpecialFile && newFile->isAddToMainMenu);
+    EXPECT_EQ(newFile->appName, "");
+    EXPECT_FALSE(newFile->disabledAuth);
+    auto app = PXMenuManager::commonAppMenuArray().at(0);
+    EXPECT_EQ(app->appName, "Notes");
+    EXPECT_TRUE(app->disabledOpenPath && app->isAddToMainMenu);
+    EXPECT_EQ(app->ext, "");
+    auto icon = PXMenuManager::folderIconMenuArray().at(0);
+    EXPECT_EQ(icon->key + icon->icon + icon->iconPath, "Notestxt/icons/notes.png");
+    EXPECT_FALSE(icon->isAddToMainMenu);
+    EXPECT_EQ(icon->templatePath, "");
+}
+
 TEST_F(MenuListsTest, NewFileListHonoursTheIncludeDisabledFlag) {
     PXDefaultData::recoverNewFile();
     auto enabled = PXMenuManager::newFileTemplateMenuArray(false);
