@@ -3,8 +3,4 @@
 
 namespace px {
 
-void FinderSync::convertItem(const PXMenuItem::Ptr&, const PXMenuItem::Ptr&) {
-    actionNotAvailable("Convert to");
-}
-
 } // namespace px
