@@ -50,8 +50,8 @@ TEST_F(ExtractTest, EveryPageMatchesPdftoppmAt150Dpi) {
             test::comparePixels(dir / ("doc/" + std::to_string(page) + ".png"),
                                 dir / ("reference-" + std::to_string(page) + ".png"));
         ASSERT_TRUE(difference.sameSize) << "page " << page;
-        EXPECT_LT(difference.mean, 0.5) << "page " << page;
-        EXPECT_LE(difference.largest, 64) << "page " << page;
+        EXPECT_LT(difference.mean, 0.05) << "page " << page;
+        EXPECT_LE(difference.largest, 8) << "page " << page;
     }
 }
 

@@ -139,6 +139,26 @@ TEST_F(MergeTest, JpegDataIsEmbeddedAsStored) {
     EXPECT_EQ(readFile(dir / "out-000.jpg"), readFile(photo));
 }
 
+TEST_F(MergeTest, CmykJpegsAndDeepGreyImagesAreDecodedToRgb) {
+    makeImage(dir / "print.jpg", {"-size", "16x16", "xc:blue", "-colorspace", "CMYK"});
+    makeImage(dir / "deep.png",
+              {"-size", "16x16", "xc:gray50", "-depth", "16", "-colorspace", "Gray"});
+    mergeToPDF({dir / "print.jpg"});
+    mergeToPDF({dir / "deep.png"});
+    for (const char* name : {"print.pdf", "deep.pdf"}) {
+        const std::string images = test::outputOf({"pdfimages", "-list", dir / name});
+        EXPECT_THAT(images, HasSubstr("rgb")) << images;
+        EXPECT_THAT(images, ::testing::Not(HasSubstr("jpeg"))) << images;
+    }
+    const std::vector<double> blue = test::pixelAt(rendered(dir / "print.pdf"), 8, 8);
+    // Converted through a print profile, full cyan and magenta make a dark blue.
+    EXPECT_GT(blue[2], blue[0] + 60);
+    EXPECT_GT(blue[2], blue[1] + 60);
+    const std::vector<double> grey = test::pixelAt(rendered(dir / "deep.pdf"), 8, 8);
+    EXPECT_NEAR(grey[0], 128, 3);
+    EXPECT_EQ(grey[0], grey[2]);
+}
+
 TEST_F(MergeTest, TransparencyBecomesASoftMask) {
     mergeToPDF({image("glass.png", "20x10", "rgba(255,0,0,0.5)")});
     const std::string merged = dir / "glass.pdf";
