@@ -8,7 +8,9 @@
 #include "media/ImageFile.h"
 #include "support/FileIO.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <vector>
 
 namespace px::media {
 namespace {
@@ -43,12 +45,46 @@ const char* folderSuffix(AppIconSet set) {
     return "";
 }
 
-// Every file is made from the source itself; a file that cannot be written is left out.
+// In-memory copies of the source, each half the size of the one before (down to 64 pixels). A
+// file is resampled from the smallest copy at least twice its size: the cost of a resampling
+// grows with the pixels it reads, and a halving step keeps the result as sharp.
+class SourceLevels {
+  public:
+    explicit SourceLevels(const vips::VImage& source) { m_levels.push_back(source); }
+
+    vips::VImage forSize(int pixels) {
+        while (m_levels.back().width() / 2 >= std::max(2 * pixels, kSmallestLevel) && addHalf()) {
+        }
+        for (auto level = m_levels.rbegin(); level != m_levels.rend(); ++level)
+            if (level->width() >= 2 * pixels) return *level;
+        return m_levels.front();
+    }
+
+  private:
+    static constexpr int kSmallestLevel = 64;
+
+    bool addHalf() {
+        const int half = m_levels.back().width() / 2;
+        vips::VImage smaller = resampledImage(m_levels.back(), half, half);
+        if (!smaller.get_image()) return false;
+        try {
+            m_levels.push_back(smaller.copy_memory());
+            return true;
+        } catch (const vips::VError&) {
+            return false;
+        }
+    }
+
+    std::vector<vips::VImage> m_levels;
+};
+
+// A file that cannot be written is left out.
 void writeTable(const vips::VImage& source, const std::string& folder, AppIconSet set) {
+    SourceLevels levels(source);
     for (const AppIconFile& file : appIconFiles(set)) {
         std::string path = folder + "/" + file.fileName;
-        if (!saveImageWithExt(resampledImage(source, file.pixels, file.pixels), "png", path))
-            logFailure({"cannot write the icon " + path});
+        vips::VImage image = resampledImage(levels.forSize(file.pixels), file.pixels, file.pixels);
+        if (!saveImageWithExt(image, "png", path)) logFailure({"cannot write the icon " + path});
     }
 }
 
