@@ -1,6 +1,4 @@
 // Actions this build does not carry yet: each answers with a clear message instead of silence.
 #include "extension/FinderSync.h"
 
-namespace px {
-
-} // namespace px
+namespace px {} // namespace px
