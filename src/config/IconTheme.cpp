@@ -10,6 +10,7 @@
 #include <map>
 #include <mutex>
 #include <sys/stat.h>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -143,13 +144,18 @@ constexpr std::array kExtensionIcons = std::to_array<ThemeName>({
     {"appimage", "application-x-executable"},
 });
 
-template <std::size_t N>
-std::optional<std::string_view> lookUp(const std::array<ThemeName, N>& table,
-                                       std::string_view name) {
-    const auto found = std::find_if(table.begin(), table.end(),
-                                    [name](const ThemeName& entry) { return entry.first == name; });
-    if (found == table.end()) return std::nullopt;
-    return found->second;
+// Both tables by resource name; a name in both keeps its action icon. A menu looks up the
+// icon of every entry it shows.
+const std::unordered_map<std::string_view, std::string_view>& themeNames() {
+    static const auto* names = [] {
+        auto* map = new std::unordered_map<std::string_view, std::string_view>();
+        for (const auto& [name, theme] : kActionIcons)
+            map->emplace(name, theme);
+        for (const auto& [name, theme] : kExtensionIcons)
+            map->emplace(name, theme);
+        return map;
+    }();
+    return *names;
 }
 
 bool isDirectory(const std::string& path) {
@@ -246,8 +252,8 @@ std::optional<std::string> artworkFor(std::string_view name) {
 } // namespace
 
 std::optional<std::string> iconReferenceForResource(std::string_view name) {
-    if (auto themed = lookUp(kActionIcons, name)) return std::string(*themed);
-    if (auto themed = lookUp(kExtensionIcons, name)) return std::string(*themed);
+    const auto& names = themeNames();
+    if (auto themed = names.find(name); themed != names.end()) return std::string(themed->second);
     return artworkFor(name);
 }
 

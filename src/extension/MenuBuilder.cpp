@@ -118,15 +118,15 @@ std::optional<Menu> submenuOf(const std::optional<PXMenuItem::List>& children,
 } // namespace
 
 bool FinderSync::isFilteredOut(const PXMenuItem& item, const PXFile& current, std::size_t count) {
-    const std::string ext = current.ext();
     bool hasCutPaths = !item.cutPaths.empty();
     if (count == 0 && !item.isNotNeedURL) return true;
     if (isSelectURL && item.key == "Hide All Files") return true;
-    if (item.isConvert() && !contains(item.formats, ext)) return true;
+    // The extension is worked out only for the few entries limited to some formats.
+    if (item.isConvert() && !contains(item.formats, current.ext())) return true;
     if (item.isFileInfo() && (current.isFolder() || !isSelectSingleURL())) return true;
     if (item.isCutPaste() && !isSelectURL && !hasCutPaths) return true;
     if (item.isColorPicker() && isSelectURL) return true;
-    if (!item.formats.empty() && !contains(item.formats, ext)) return true;
+    if (!item.formats.empty() && !contains(item.formats, current.ext())) return true;
     if (item.isNeedFolder && !current.isFolder()) return true;
     if (item.isNeedSelectURL && !isSelectURL) return true;
     if (item.children && item.children->empty()) return true;
