@@ -52,8 +52,8 @@ unsigned threadCount(int pages) {
 void reportUntilDone(PageQueue& queue, const PdfProgress& progress) {
     for (int reported = 0; reported < queue.count();) {
         const int finished = queue.waitForMoreThan(reported);
-        while (reported < finished)
-            if (++reported, progress) progress(queue.count(), reported);
+        for (; reported < finished; ++reported)
+            if (progress) progress(queue.count(), reported + 1);
     }
 }
 
