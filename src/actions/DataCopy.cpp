@@ -1,6 +1,7 @@
 #include "actions/DataCopy.h"
 
 #include <cerrno>
+#include <fcntl.h>
 #include <linux/fs.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -11,6 +12,7 @@ namespace {
 
 constexpr std::size_t kRangeChunk = std::size_t{1} << 30;
 constexpr std::size_t kBufferSize = std::size_t{1} << 20;
+constexpr off_t kSequentialFrom = off_t{1} << 20;
 
 // Errors that say "not this way here" rather than "this copy went wrong".
 bool meansUnsupported(int error) {
@@ -33,6 +35,8 @@ bool writeAll(int out, const char* data, std::size_t length) {
 } // namespace
 
 ErrorOr<void> DataCopy::copy(int in, int out, off_t size) {
+    // A larger read-ahead for large files that are not in memory yet.
+    if (size >= kSequentialFrom) ::posix_fadvise(in, 0, 0, POSIX_FADV_SEQUENTIAL);
     Outcome outcome = Outcome::Unsupported;
     // An empty-looking file (procfs and the like report 0) is read to its end instead.
     if (size > 0 && m_cloneWorks) outcome = clone(in, out);
