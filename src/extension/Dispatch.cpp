@@ -179,8 +179,4 @@ void FinderSync::removeNotification(const std::string& name) {
 // Notifications nobody asked this object to handle are ignored.
 void FinderSync::handleSignal(const std::string&) {}
 
-void FinderSync::actionNotAvailable(const std::string& key) {
-    alert::alertWithMsg(fmt::format("{}: {}", localized(key), localized("Not Available Yet Tip")));
-}
-
 } // namespace px

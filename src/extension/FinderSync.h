@@ -105,10 +105,6 @@ public:
     // The open embed dialog, kept until clean().
     std::shared_ptr<PXEmbedFolderWinCtl> embedFolderWinCtl;
 
-protected:
-    // The answer of an action that this build does not carry yet.
-    void actionNotAvailable(const std::string& key);
-
 private:
     bool isFilteredOut(const PXMenuItem& item, const PXFile& current, std::size_t count);
     MenuEntry makeEntry(const PXMenuItem::Ptr& item, std::size_t index, const PXFile& current,
