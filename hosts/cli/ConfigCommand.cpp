@@ -1,7 +1,7 @@
 // pxmenu config: list, show and edit the five menu lists and the preferences.
 #include "Commands.h"
-#include "JsonValue.h"
 #include "ConfigLists.h"
+#include "JsonValue.h"
 #include "config/ItemFields.h"
 #include "config/MenuKeys.h"
 #include "config/PXMenuManager.h"
@@ -35,7 +35,8 @@ void listCommand(const std::vector<std::string>& args) {
     if (args.empty()) return printOverview();
     if (isPreferences(args[0])) {
         for (const char* key : knownPreferences())
-            fmt::print("{:<22} {}\n", key, toJson(PXMenuManager::sharedDefaults().objectForKey(key)).dump());
+            fmt::print("{:<22} {}\n", key,
+                       toJson(PXMenuManager::sharedDefaults().objectForKey(key)).dump());
         return;
     }
     printList(menuKeyOf(args[0]));
@@ -59,12 +60,14 @@ void showCommand(const std::vector<std::string>& args) {
 } // namespace
 
 void addConfigCommand(CLI::App& app, Outcome&) {
-    auto* config = app.add_subcommand("config", "List, show and edit the menu lists and preferences");
+    auto* config =
+        app.add_subcommand("config", "List, show and edit the menu lists and preferences");
     config->require_subcommand(1);
 
     auto* list = config->add_subcommand("list", "The lists and preferences, or one list's entries");
     static std::vector<std::string> listArgs;
-    list->add_option("LIST", listArgs, "right, new-file, folder-icon, common-app, common-path or pref")
+    list->add_option("LIST", listArgs,
+                     "right, new-file, folder-icon, common-app, common-path or pref")
         ->expected(0, 1);
     list->callback([] { listCommand(listArgs); });
 

@@ -25,14 +25,16 @@ plist::Value entryFromArguments(const std::string& menuKey, const EditOptions& o
         if (!entry.isDictionary()) throw UsageError("--json must be a JSON object");
         return entry;
     }
-    if (options.args.size() < 2) throw UsageError("add needs LIST KEY [FIELD=VALUE...] or LIST --json OBJECT");
+    if (options.args.size() < 2)
+        throw UsageError("add needs LIST KEY [FIELD=VALUE...] or LIST --json OBJECT");
     plist::Value entry = plist::Value::makeMutableDictionary();
     entry.set(menuKey == menukey::kCommonPath ? "path" : "key", plist::Value(options.args[1]));
     for (std::size_t i = 2; i < options.args.size(); ++i) {
         auto equals = options.args[i].find('=');
         if (equals == std::string::npos || equals == 0)
             throw UsageError(fmt::format("'{}' is not FIELD=VALUE", options.args[i]));
-        entry.set(options.args[i].substr(0, equals), parseValueText(options.args[i].substr(equals + 1), ""));
+        entry.set(options.args[i].substr(0, equals),
+                  parseValueText(options.args[i].substr(equals + 1), ""));
     }
     return entry.frozen();
 }
@@ -63,13 +65,15 @@ void setCommand(const EditOptions& options) {
         throw UsageError("set needs LIST KEY FIELD VALUE (or LIST KEY FIELD --remove)");
     std::string menuKey = menuKeyOf(options.args[0]);
     indexOfEntry(storedList(menuKey), menuKey, options.args[1]);
-    plist::Value value = options.remove ? plist::Value() : parseValueText(options.args[3], options.type);
+    plist::Value value =
+        options.remove ? plist::Value() : parseValueText(options.args[3], options.type);
     PXMenuManager::updateMenuKey(menuKey, options.args[1], options.args[2], value);
 }
 
 std::size_t indexArgument(const std::string& text, std::size_t limit) {
     auto value = parseValueText(text, "");
-    if (!value.is(plist::Type::Integer) || value.integer() < 0 || static_cast<std::size_t>(value.integer()) > limit)
+    if (!value.is(plist::Type::Integer) || value.integer() < 0 ||
+        static_cast<std::size_t>(value.integer()) > limit)
         throw UsageError(fmt::format("'{}' is not an index from 0 to {}", text, limit));
     return static_cast<std::size_t>(value.integer());
 }
@@ -88,17 +92,20 @@ void moveCommand(const EditOptions& options) {
 void addConfigEditCommands(CLI::App& config) {
     static EditOptions add, remove, set, move;
 
-    auto* addCmd = config.add_subcommand("add", "Add an entry: LIST KEY [FIELD=VALUE...] or LIST --json OBJECT");
+    auto* addCmd = config.add_subcommand(
+        "add", "Add an entry: LIST KEY [FIELD=VALUE...] or LIST --json OBJECT");
     addCmd->add_option("ARGS", add.args)->required();
     addCmd->add_option("--json", add.json, "The whole entry as a JSON object");
     addCmd->add_flag("--top", add.top, "Insert at the top instead of the end");
     addCmd->callback([] { addCommand(add); });
 
-    auto* removeCmd = config.add_subcommand("remove", "Remove the entry with a key (or path): LIST KEY");
+    auto* removeCmd =
+        config.add_subcommand("remove", "Remove the entry with a key (or path): LIST KEY");
     removeCmd->add_option("ARGS", remove.args)->expected(2)->required();
     removeCmd->callback([] { removeCommand(remove); });
 
-    auto* setCmd = config.add_subcommand("set", "Set a field: LIST KEY FIELD VALUE, or pref KEY VALUE");
+    auto* setCmd =
+        config.add_subcommand("set", "Set a field: LIST KEY FIELD VALUE, or pref KEY VALUE");
     setCmd->add_option("ARGS", set.args)->expected(2, 4)->required();
     setCmd->add_option("--type", set.type, "Force the value's type")
         ->check(CLI::IsMember({"string", "bool", "int", "real", "json"}));

@@ -22,19 +22,22 @@ const std::array<ListName, 5>& configLists() {
 
 const std::array<const char*, 12>& knownPreferences() {
     static constexpr std::array<const char*, 12> keys{
-        "pref check0", "pref check1", "pref check2",   "pref check3",
-        "pref check4", "pref check6", "open new file", "common path next menu",
-        "second terminal", "update version", "use count", "is reviewed"};
+        "pref check0",     "pref check1",    "pref check2",   "pref check3",
+        "pref check4",     "pref check6",    "open new file", "common path next menu",
+        "second terminal", "update version", "use count",     "is reviewed"};
     return keys;
 }
 
-bool isPreferences(const std::string& name) { return name == "pref" || name == "prefs"; }
+bool isPreferences(const std::string& name) {
+    return name == "pref" || name == "prefs";
+}
 
 std::string menuKeyOf(const std::string& name) {
     for (const auto& list : configLists())
         if (name == list.shortName || name == list.menuKey) return list.menuKey;
     throw UsageError(fmt::format(
-        "unknown list '{}'; use right, new-file, folder-icon, common-app, common-path or pref", name));
+        "unknown list '{}'; use right, new-file, folder-icon, common-app, common-path or pref",
+        name));
 }
 
 plist::Array storedList(const std::string& menuKey) {
@@ -47,9 +50,11 @@ std::string entryName(const plist::Value& entry) {
     return key.empty() ? fields::string(entry, "path") : key;
 }
 
-std::size_t indexOfEntry(const plist::Array& list, const std::string& menuKey, const std::string& key) {
+std::size_t indexOfEntry(const plist::Array& list, const std::string& menuKey,
+                         const std::string& key) {
     for (std::size_t i = 0; i < list.size(); ++i)
-        if (fields::string(list[i], "key") == key || fields::string(list[i], "path") == key) return i;
+        if (fields::string(list[i], "key") == key || fields::string(list[i], "path") == key)
+            return i;
     throw UsageError(fmt::format("no entry '{}' in '{}'", key, menuKey));
 }
 
@@ -58,7 +63,8 @@ namespace {
 template <typename Number> std::optional<Number> parseNumber(const std::string& text) {
     Number number{};
     auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size() || text.empty()) return std::nullopt;
+    if (error != std::errc() || end != text.data() + text.size() || text.empty())
+        return std::nullopt;
     return number;
 }
 

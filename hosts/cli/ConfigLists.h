@@ -22,7 +22,8 @@ std::string menuKeyOf(const std::string& name);
 plist::Array storedList(const std::string& menuKey);
 std::string entryName(const plist::Value& entry);
 // The index of the first entry whose key or path is `key`; a UsageError when there is none.
-std::size_t indexOfEntry(const plist::Array& list, const std::string& menuKey, const std::string& key);
+std::size_t indexOfEntry(const plist::Array& list, const std::string& menuKey,
+                         const std::string& key);
 // A value typed on the command line: true/false, integers, reals, JSON arrays and objects;
 // anything else is text. `type` forces one of string, bool, int, real, json.
 plist::Value parseValueText(const std::string& text, const std::string& type);

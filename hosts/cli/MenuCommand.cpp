@@ -46,7 +46,8 @@ void addMenuCommand(CLI::App& app, Outcome&) {
         FinderSync sync;
         Menu built = sync.menuForMenuKind(static_cast<MenuKind>(request.kind));
         if (json)
-            fmt::print("{}\n", toJson(built).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
+            fmt::print("{}\n", toJson(built).dump(-1, ' ', false,
+                                                  nlohmann::json::error_handler_t::replace));
         else
             printTree(built, 0);
     });

@@ -16,7 +16,9 @@ std::string absolutePath(const std::string& path) {
 }
 
 void Request::addOptions(CLI::App& command) {
-    command.add_option("--kind", kind, "Menu kind: 0 selected items, 1 folder background, 2 sidebar, 3 toolbar")
+    command
+        .add_option("--kind", kind,
+                    "Menu kind: 0 selected items, 1 folder background, 2 sidebar, 3 toolbar")
         ->check(CLI::Range(0, 3));
     command.add_option("--target", target, "The folder being shown (default: the current folder)");
     command.add_option("PATH", paths, "The selected items");

@@ -31,8 +31,9 @@ void installScriptedUi(const std::string& file) {
 void installUi(const std::string& mode) {
     if (mode.rfind("script:", 0) == 0) return installScriptedUi(mode.substr(7));
     if (mode == "gui")
-        throw UsageError("--ui gui needs the graphical extension process, which this build does not include; "
-                         "use --ui terminal or --ui script:FILE");
+        throw UsageError(
+            "--ui gui needs the graphical extension process, which this build does not include; "
+            "use --ui terminal or --ui script:FILE");
     if (mode != "terminal") throw UsageError(fmt::format("unknown --ui mode '{}'", mode));
     platform::current().ui = std::make_shared<platform::TerminalUi>();
     platform::current().pasteboard = std::make_shared<platform::TranscriptPasteboard>(std::cout);

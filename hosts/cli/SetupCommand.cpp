@@ -4,7 +4,8 @@
 namespace px::cli {
 
 void addSetupCommand(CLI::App& app, Outcome&) {
-    auto* setup = app.add_subcommand("setup", "Seed the factory menus or upgrade the configuration");
+    auto* setup =
+        app.add_subcommand("setup", "Seed the factory menus or upgrade the configuration");
     setup->callback([] { PXDefaultData::setup(); });
 }
 

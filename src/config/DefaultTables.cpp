@@ -75,12 +75,14 @@ constexpr std::array<const char*, 19> kNewFileExtensions{
 constexpr std::size_t kEnabledNewFileCount = 11;
 
 constexpr std::array<const char*, 20> kFolderIcons{
-    "love",  "google", "java",  "qq",    "zapier",  "pyq",   "html5",
-    "twitter", "ding", "skype", "apple", "share",   "wechat", "weibo",
-    "youtube", "wepay", "react", "erji", "question", "star"};
+    "love",    "google", "java",  "qq",    "zapier",   "pyq",    "html5",
+    "twitter", "ding",   "skype", "apple", "share",    "wechat", "weibo",
+    "youtube", "wepay",  "react", "erji",  "question", "star"};
 constexpr std::size_t kEnabledFolderIconCount = 11;
 
-Value entry(plist::Dictionary fields) { return Value::makeDictionary(std::move(fields)); }
+Value entry(plist::Dictionary fields) {
+    return Value::makeDictionary(std::move(fields));
+}
 
 Value mainEntry(const MainRow& row) {
     plist::Dictionary fields{{"key", Value(row.key)}, {"icon", Value(row.icon)}};
@@ -101,8 +103,8 @@ Value appEntry(const AppRow& row) {
 
 const std::vector<std::string>& PXDefaultData::foreverKeyArray() {
     static const std::vector<std::string> keys{
-        "New File",  "Terminal Window", "Terminal Tab",     "Terminal To",      "Copy Path",
-        "Delete",    "File Info",       "Unhide All Files", "System Hide Files"};
+        "New File", "Terminal Window", "Terminal Tab",     "Terminal To",      "Copy Path",
+        "Delete",   "File Info",       "Unhide All Files", "System Hide Files"};
     return keys;
 }
 

@@ -85,8 +85,8 @@ static_assert(fields::isSortedByName(kCommonAppFields));
 
 const std::vector<std::string>& convertFormats() {
     static const std::vector<std::string> formats{
-        "icns", "png", "tiff", "jpg",  "jpeg", "jpe", "jp2", "bmp", "gif", "svg",
-        "fax",  "wbmp", "webp", "pic", "tif",  "ico", "jfif", "rp", "net", "pdf"};
+        "icns", "png",  "tiff", "jpg", "jpeg", "jpe", "jp2",  "bmp", "gif", "svg",
+        "fax",  "wbmp", "webp", "pic", "tif",  "ico", "jfif", "rp",  "net", "pdf"};
     return formats;
 }
 

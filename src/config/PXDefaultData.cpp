@@ -12,7 +12,9 @@ namespace {
 
 constexpr const char* kChangedVersion = "is changed version";
 
-platform::Settings& suite() { return PXMenuManager::sharedDefaults(); }
+platform::Settings& suite() {
+    return PXMenuManager::sharedDefaults();
+}
 
 plist::Value withoutChangedVersion(const plist::Value& entry) {
     plist::Value copy = entry.mutableCopy();
@@ -49,7 +51,9 @@ void upgradeEntry(plist::Array& stored, const plist::Value& factory, std::size_t
 
 } // namespace
 
-std::string PXDefaultData::currentVersion() { return kProductVersion; }
+std::string PXDefaultData::currentVersion() {
+    return kProductVersion;
+}
 
 void PXDefaultData::setup() {
     auto stamp = suite().stringForKey(menukey::kUpdateVersion);
@@ -70,9 +74,15 @@ void PXDefaultData::recover() {
     recoverCommonApp();
 }
 
-void PXDefaultData::recoverRightMenu() { _addMenuKey(menukey::kRightMenu, defaultMainMenu()); }
-void PXDefaultData::recoverNewFile() { _addMenuKey(menukey::kNewFile, defaultNewFileMenu()); }
-void PXDefaultData::recoverCommonApp() { _addMenuKey(menukey::kCommonApp, defaultCommonAppMenu()); }
+void PXDefaultData::recoverRightMenu() {
+    _addMenuKey(menukey::kRightMenu, defaultMainMenu());
+}
+void PXDefaultData::recoverNewFile() {
+    _addMenuKey(menukey::kNewFile, defaultNewFileMenu());
+}
+void PXDefaultData::recoverCommonApp() {
+    _addMenuKey(menukey::kCommonApp, defaultCommonAppMenu());
+}
 void PXDefaultData::recoverFolderIcon() {
     _addMenuKey(menukey::kFolderIcon, defaultFolderIconMenu());
 }

@@ -15,7 +15,7 @@ VersionOrder compareVersion(std::string_view receiver, std::string_view other);
 
 // The factory menus and the rules that bring a stored configuration up to date.
 class PXDefaultData {
-public:
+  public:
     static void setup();
     static void recover();
     static void recoverRightMenu();

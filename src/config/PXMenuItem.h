@@ -12,7 +12,7 @@ namespace px {
 
 // One entry of a configurable menu. Its kind is decided only by its key.
 class PXMenuItem : public std::enable_shared_from_this<PXMenuItem> {
-public:
+  public:
     using Ptr = std::shared_ptr<PXMenuItem>;
     using List = std::vector<Ptr>;
 

@@ -24,7 +24,8 @@ bool matchesKeyOrPath(const plist::Value& entry, const std::string& itemKey) {
     return path.isString() && path.string() == itemKey;
 }
 
-std::optional<std::size_t> indexOfKeyOrPath(const plist::Array& entries, const std::string& itemKey) {
+std::optional<std::size_t> indexOfKeyOrPath(const plist::Array& entries,
+                                            const std::string& itemKey) {
     for (std::size_t i = 0; i < entries.size(); ++i)
         if (matchesKeyOrPath(entries[i], itemKey)) return i;
     return std::nullopt;
@@ -58,16 +59,21 @@ void PXMenuManager::configure(std::shared_ptr<platform::Settings> suite, std::st
     self.m_sharedFolder = std::move(folder);
 }
 
-void PXMenuManager::resetToDefaultLocations() { configure(nullptr, {}); }
+void PXMenuManager::resetToDefaultLocations() {
+    configure(nullptr, {});
+}
 
 std::shared_ptr<platform::Settings> PXMenuManager::suite() {
     std::lock_guard guard(m_mutex);
     if (!m_suite)
-        m_suite = std::make_shared<platform::PlistFileSettings>(xdg::settingsFolder() + "/group.plist");
+        m_suite =
+            std::make_shared<platform::PlistFileSettings>(xdg::settingsFolder() + "/group.plist");
     return m_suite;
 }
 
-platform::Settings& PXMenuManager::sharedDefaults() { return *sharedInstance().suite(); }
+platform::Settings& PXMenuManager::sharedDefaults() {
+    return *sharedInstance().suite();
+}
 
 std::string PXMenuManager::sharedFolder() {
     auto& self = sharedInstance();
@@ -101,9 +107,8 @@ bool PXMenuManager::existKey(std::string_view key, const PXMenuItem::List& items
 }
 
 void PXMenuManager::addMenuKey(const std::string& menuKey, const plist::Value& dict, bool toTop) {
-    editList(menuKey, [&](plist::Array& list) {
-        list.insert(toTop ? list.begin() : list.end(), dict);
-    });
+    editList(menuKey,
+             [&](plist::Array& list) { list.insert(toTop ? list.begin() : list.end(), dict); });
 }
 
 void PXMenuManager::removeMenuKey(const std::string& menuKey, const std::string& itemKey) {
@@ -152,7 +157,8 @@ void PXMenuManager::changePositionMenuKey(const std::string& menuKey, std::size_
         plist::Value entry = list[fromIndex];
         list.erase(list.begin() + static_cast<std::ptrdiff_t>(fromIndex));
         std::size_t target = fromIndex < toIndex ? toIndex - 1 : toIndex;
-        list.insert(list.begin() + static_cast<std::ptrdiff_t>(std::min(target, list.size())), entry);
+        list.insert(list.begin() + static_cast<std::ptrdiff_t>(std::min(target, list.size())),
+                    entry);
     });
 }
 

@@ -15,7 +15,7 @@ namespace px {
 // The persistent menu configuration: the shared settings suite, the shared data folder, the
 // edit operations on the five stored lists and the builders that turn them into items.
 class PXMenuManager {
-public:
+  public:
     static PXMenuManager& sharedInstance();
 
     // Points the manager at another suite and data folder (tests, other hosts). Without it the
@@ -50,7 +50,7 @@ public:
     static PXMenuItem::List commonAppMenuArray();
     static PXMenuItem::List commonPathMenuArray();
 
-private:
+  private:
     PXMenuManager() = default;
     std::shared_ptr<platform::Settings> suite();
     void setBelongApps(PXMenuItem::List items);

@@ -41,7 +41,8 @@ void FinderSync::onMenuItemAction(std::int64_t tag) {
         PXMenuItem::Ptr item = (*rightMenuArray)[static_cast<std::size_t>(top)];
         if (!item->disabledAuth && !selection.empty())
             PXCheckPermit::checkPermitWithPath(
-                parentFolder(selection.front()), [this, item, indexes] { readyStart(item, indexes); }, [] {});
+                parentFolder(selection.front()),
+                [this, item, indexes] { readyStart(item, indexes); }, [] {});
         else
             readyStart(item, indexes);
         rightMenuArray.reset();
@@ -52,13 +53,15 @@ void FinderSync::readyStart(const PXMenuItem::Ptr& item, std::vector<std::string
     if (item->children && !item->children->empty()) {
         if (indexes.empty()) return;
         int childNumber = menutag::pieceValue(indexes.front());
-        if (childNumber < 1 || static_cast<std::size_t>(childNumber) > item->children->size()) return;
+        if (childNumber < 1 || static_cast<std::size_t>(childNumber) > item->children->size())
+            return;
         indexes.erase(indexes.begin());
         PXMenuItem::Ptr child = (*item->children)[static_cast<std::size_t>(childNumber - 1)];
         if (child->key == "Go Set") return goSet();
         int grand = indexes.empty() ? -1 : menutag::pieceValue(indexes.front()) - 1;
         PXMenuItem::Ptr grandchild;
-        if (grand >= 0 && child->children && static_cast<std::size_t>(grand) < child->children->size())
+        if (grand >= 0 && child->children &&
+            static_cast<std::size_t>(grand) < child->children->size())
             grandchild = (*child->children)[static_cast<std::size_t>(grand)];
         routeChild(item, child, grandchild, childNumber);
     } else {
@@ -95,7 +98,8 @@ void FinderSync::routeChild(const PXMenuItem::Ptr& item, const PXMenuItem::Ptr& 
 
 void FinderSync::openTerminalFromSubmenu(const PXMenuItem::Ptr& item, const PXMenuItem::Ptr& child,
                                          const PXMenuItem::Ptr& grandchild) {
-    std::string path = grandchild && filehash::isValid(grandchild->path) ? grandchild->path : child->path;
+    std::string path =
+        grandchild && filehash::isValid(grandchild->path) ? grandchild->path : child->path;
     if (!filehash::isValid(path)) {
         auto chosen = PXCheckPermit::selectFolderWithPrompt("");
         if (!chosen) return;
@@ -136,7 +140,9 @@ void FinderSync::_useSuccess(const PXMenuItem::Ptr& item) {
     });
 }
 
-void FinderSync::goSet() { PXMenuManager::openMainApp(); }
+void FinderSync::goSet() {
+    PXMenuManager::openMainApp();
+}
 
 void FinderSync::goReview() {
     platform::workspace().openURL(kHomePage);
@@ -168,8 +174,8 @@ void FinderSync::endLoading() {
 }
 
 void FinderSync::addNotification(const std::string& name) {
-    NotificationCenter::defaultCenter().addNotification(this, name,
-                                                        [this](const std::string& n) { handleSignal(n); });
+    NotificationCenter::defaultCenter().addNotification(
+        this, name, [this](const std::string& n) { handleSignal(n); });
 }
 
 void FinderSync::removeNotification(const std::string& name) {

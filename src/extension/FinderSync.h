@@ -24,7 +24,7 @@ enum class MenuKind { ContextualItems = 0, ContextualContainer = 1, Sidebar = 2,
 // process, used on the main queue. The actions are virtual so that hosts and tests can stand
 // in for them.
 class FinderSync {
-public:
+  public:
     struct Options {
         // A file-manager session clears the cut list when it starts; the command line and the
         // extension process start many times per session and leave it alone.
@@ -105,7 +105,7 @@ public:
     // The open embed dialog, kept until clean().
     std::shared_ptr<PXEmbedFolderWinCtl> embedFolderWinCtl;
 
-private:
+  private:
     bool isFilteredOut(const PXMenuItem& item, const PXFile& current, std::size_t count);
     MenuEntry makeEntry(const PXMenuItem::Ptr& item, std::size_t index, const PXFile& current,
                         std::size_t count);

@@ -43,7 +43,9 @@ void FinderSync::volumeChangeNoti() {
     queue::enterForegroundWithDelay(1, [this] { setupDirectoryURLs(); });
 }
 
-std::string FinderSync::targetURL() const { return platform::controller().targetedURL(); }
+std::string FinderSync::targetURL() const {
+    return platform::controller().targetedURL();
+}
 
 const std::vector<std::string>& FinderSync::selectURLs() {
     if (selectURLsCache) return *selectURLsCache;
@@ -55,12 +57,22 @@ const std::vector<std::string>& FinderSync::selectURLs() {
     return *selectURLsCache;
 }
 
-std::vector<std::string> FinderSync::selectPaths() { return selectURLs(); }
+std::vector<std::string> FinderSync::selectPaths() {
+    return selectURLs();
+}
 
-bool FinderSync::isSelectSingleURL() { return isSelectURL && selectURLs().size() == 1; }
+bool FinderSync::isSelectSingleURL() {
+    return isSelectURL && selectURLs().size() == 1;
+}
 
-std::string FinderSync::toolbarItemName() const { return localized("CFBundleDisplayName"); }
-std::string FinderSync::toolbarItemToolTip() const { return localized("CFBundleDisplayName"); }
-std::string FinderSync::toolbarItemImage() const { return "pro"; }
+std::string FinderSync::toolbarItemName() const {
+    return localized("CFBundleDisplayName");
+}
+std::string FinderSync::toolbarItemToolTip() const {
+    return localized("CFBundleDisplayName");
+}
+std::string FinderSync::toolbarItemImage() const {
+    return "pro";
+}
 
 } // namespace px

@@ -25,10 +25,13 @@ std::string parentFolder(const std::string& path) {
     return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-bool preference(const char* key) { return PXMenuManager::sharedDefaults().boolForKey(key); }
+bool preference(const char* key) {
+    return PXMenuManager::sharedDefaults().boolForKey(key);
+}
 
 std::string upperCased(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::toupper(c); });
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return std::toupper(c); });
     return text;
 }
 
@@ -40,9 +43,18 @@ PXMenuItem::List digestChildren() {
 }
 
 PXMenuItem::List convertChildren(const std::string& ext, std::size_t count) {
-    static constexpr std::array<const char*, 12> targets{
-        "AppIcon.icns", "OSX AppIconset", "iOS AppIconset", "iWatch AppIconset",
-        "Android AppIconset", "PNG", "JPEG", "JP2", "TIFF", "BMP", "GIF", "PDF"};
+    static constexpr std::array<const char*, 12> targets{"AppIcon.icns",
+                                                         "OSX AppIconset",
+                                                         "iOS AppIconset",
+                                                         "iWatch AppIconset",
+                                                         "Android AppIconset",
+                                                         "PNG",
+                                                         "JPEG",
+                                                         "JP2",
+                                                         "TIFF",
+                                                         "BMP",
+                                                         "GIF",
+                                                         "PDF"};
     std::string upper = upperCased(ext);
     PXMenuItem::List items;
     for (const char* target : targets) {
@@ -66,7 +78,8 @@ PXMenuItem::Ptr headItem(const char* key, const char* icon) {
 PXMenuItem::List targetChildren(bool withSubfolders) {
     PXMenuItem::List items = PXMenuManager::commonPathMenuArray();
     for (const auto& child : items)
-        if (withSubfolders) child->setChildren(child, PXHelper::commomPathChildFolderItemWithPath(child->path));
+        if (withSubfolders)
+            child->setChildren(child, PXHelper::commomPathChildFolderItemWithPath(child->path));
     items.insert(items.begin(), headItem("Select Folder", "choose"));
     return items;
 }
@@ -154,7 +167,8 @@ MenuEntry FinderSync::makeEntry(const PXMenuItem::Ptr& item, std::size_t index,
     return entry;
 }
 
-void FinderSync::fillChildren(const PXMenuItem::Ptr& item, const PXFile& current, std::size_t count) {
+void FinderSync::fillChildren(const PXMenuItem::Ptr& item, const PXFile& current,
+                              std::size_t count) {
     if (item->isFileInfo()) item->setChildren(item, digestChildren());
     if (item->isConvert()) item->setChildren(item, convertChildren(current.ext(), count));
     if (item->isCommonPath())
@@ -172,7 +186,8 @@ void FinderSync::fillChildren(const PXMenuItem::Ptr& item, const PXFile& current
     if (count > 0)
         for (auto& entry : UserTemplates::items())
             templates.push_back(std::move(entry));
-    if (isSelectURL && count == 1 && !current.isFolder()) templates.push_back(PXMenuItem::addToFileTemplate());
+    if (isSelectURL && count == 1 && !current.isFolder())
+        templates.push_back(PXMenuItem::addToFileTemplate());
     item->setChildren(item, std::move(templates));
 }
 
@@ -206,8 +221,9 @@ Menu FinderSync::menuForMenuKind(MenuKind kind) {
     return menu;
 }
 
-std::optional<Menu> FinderSync::getSubMenuWithChildren(const std::optional<PXMenuItem::List>& children,
-                                                       const std::string& parentTag) {
+std::optional<Menu>
+FinderSync::getSubMenuWithChildren(const std::optional<PXMenuItem::List>& children,
+                                   const std::string& parentTag) {
     return submenuOf(children, parentTag, !preference("pref check4"));
 }
 

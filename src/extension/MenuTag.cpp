@@ -7,7 +7,9 @@
 
 namespace px::menutag {
 
-std::string topLevelText(std::int64_t tag) { return fmt::format("{:02d}", tag); }
+std::string topLevelText(std::int64_t tag) {
+    return fmt::format("{:02d}", tag);
+}
 
 // Written out by hand: a menu makes one for every entry of every submenu.
 std::string childText(const std::string& parentText, std::size_t index) {
@@ -17,7 +19,9 @@ std::string childText(const std::string& parentText, std::size_t index) {
     return text;
 }
 
-std::int64_t toTag(const std::string& text) { return std::strtoll(text.c_str(), nullptr, 10); }
+std::int64_t toTag(const std::string& text) {
+    return std::strtoll(text.c_str(), nullptr, 10);
+}
 
 std::vector<std::string> pieces(std::int64_t tag) {
     std::string text = fmt::format("{}", tag);
@@ -28,7 +32,9 @@ std::vector<std::string> pieces(std::int64_t tag) {
     return result;
 }
 
-int pieceValue(const std::string& piece) { return std::atoi(piece.c_str()); }
+int pieceValue(const std::string& piece) {
+    return std::atoi(piece.c_str());
+}
 
 } // namespace px::menutag
 

@@ -85,7 +85,9 @@ template <typename Visit> void forEachVisibleEntry(const std::string& folder, Vi
         if (entry->d_name[0] != '.' && !visit(*entry)) return;
 }
 
-PXMenuItem::List authorizeOnly() { return {PXMenuItem::create("To Authorize")}; }
+PXMenuItem::List authorizeOnly() {
+    return {PXMenuItem::create("To Authorize")};
+}
 
 void append(PXMenuItem::List& list, const PXMenuItem::List& more) {
     list.insert(list.end(), more.begin(), more.end());

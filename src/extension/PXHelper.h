@@ -11,7 +11,7 @@ namespace px {
 // applications that open it) and its subfolders as copy and move targets. Each reads one
 // folder level and stops as soon as its bound is reached.
 class PXHelper {
-public:
+  public:
     static PXMenuItem::List commomPathNextMenuWithPath(const std::string& path);
     static PXMenuItem::List commomPathChildFolderItemWithPath(const std::string& path);
     static PXMenuItem::List _nextTypeSubMenuWithPath(const std::string& path, std::size_t maxCount);

@@ -4,7 +4,6 @@
 #include <optional>
 #include <string>
 #include <vector>
-
 #include <vips/vips8>
 
 // The .icns container: a header, an optional table of contents and typed chunks whose data for

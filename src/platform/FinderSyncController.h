@@ -8,7 +8,7 @@ namespace px::platform {
 // What the file manager tells the extension about one request: the selected items, the folder
 // being shown, and where it should consult the extension.
 class FinderSyncController {
-public:
+  public:
     virtual ~FinderSyncController() = default;
     virtual void setDirectoryURLs(const std::vector<std::string>& paths) = 0;
     virtual std::vector<std::string> directoryURLs() const = 0;
@@ -18,7 +18,7 @@ public:
 
 // A controller filled from explicit values: the command line and tests.
 class StaticFinderSyncController final : public FinderSyncController {
-public:
+  public:
     StaticFinderSyncController(std::vector<std::string> selection, std::string target)
         : m_selection(std::move(selection)), m_target(std::move(target)) {}
     void setDirectoryURLs(const std::vector<std::string>& paths) override { m_directories = paths; }
@@ -28,7 +28,7 @@ public:
     void setSelection(std::vector<std::string> selection) { m_selection = std::move(selection); }
     void setTarget(std::string target) { m_target = std::move(target); }
 
-private:
+  private:
     std::vector<std::string> m_selection;
     std::string m_target;
     std::vector<std::string> m_directories;

@@ -11,7 +11,7 @@ namespace {
 
 // Stand-ins used when a host installed nothing: they refuse every prompt and keep nothing.
 class NullUi final : public Ui {
-public:
+  public:
     int runAlert(const Alert&) override { return 1001; }
     std::optional<SaveResult> runSavePanel(const SaveRequest&) override { return std::nullopt; }
     std::optional<std::string> runOpenPanel(const OpenRequest&) override { return std::nullopt; }
@@ -25,14 +25,14 @@ public:
 };
 
 class NullPasteboard final : public Pasteboard {
-public:
+  public:
     void clearContents() override {}
     void setString(const std::string&) override {}
     std::optional<std::string> string() override { return std::nullopt; }
 };
 
 class NullWorkspace final : public Workspace {
-public:
+  public:
     bool openURL(const std::string&) override { return false; }
     bool revealInFileManager(const std::string&) override { return false; }
     std::vector<std::string> mountedVolumes() override { return {}; }
@@ -40,15 +40,17 @@ public:
 };
 
 class NullApplications final : public Applications {
-public:
+  public:
     bool openWithApplication(const std::string&, const std::vector<std::string>&) override {
         return false;
     }
 };
 
 class NullServices final : public Services {
-public:
-    bool performService(const std::string&, const std::vector<std::string>&) override { return false; }
+  public:
+    bool performService(const std::string&, const std::vector<std::string>&) override {
+        return false;
+    }
 };
 
 std::mutex& mutex() {
@@ -69,7 +71,7 @@ template <typename T, typename Fallback> T& orFallback(std::shared_ptr<T> Platfo
 }
 
 class DefaultStandardDefaults final {
-public:
+  public:
     static std::shared_ptr<Settings> make() {
         return std::make_shared<PlistFileSettings>(xdg::settingsFolder() + "/extension.plist");
     }
@@ -77,25 +79,36 @@ public:
 
 } // namespace
 
-Platform& current() { return slot(); }
+Platform& current() {
+    return slot();
+}
 
 void install(Platform platform) {
     std::lock_guard guard(mutex());
     slot() = std::move(platform);
 }
 
-Ui& ui() { return orFallback<Ui, NullUi>(&Platform::ui); }
-Pasteboard& pasteboard() { return orFallback<Pasteboard, NullPasteboard>(&Platform::pasteboard); }
-Workspace& workspace() { return orFallback<Workspace, NullWorkspace>(&Platform::workspace); }
+Ui& ui() {
+    return orFallback<Ui, NullUi>(&Platform::ui);
+}
+Pasteboard& pasteboard() {
+    return orFallback<Pasteboard, NullPasteboard>(&Platform::pasteboard);
+}
+Workspace& workspace() {
+    return orFallback<Workspace, NullWorkspace>(&Platform::workspace);
+}
 Applications& applications() {
     return orFallback<Applications, NullApplications>(&Platform::applications);
 }
-Services& services() { return orFallback<Services, NullServices>(&Platform::services); }
+Services& services() {
+    return orFallback<Services, NullServices>(&Platform::services);
+}
 
 FinderSyncController& controller() {
     std::lock_guard guard(mutex());
     auto& value = slot().controller;
-    if (!value) value = std::make_shared<StaticFinderSyncController>(std::vector<std::string>{}, "");
+    if (!value)
+        value = std::make_shared<StaticFinderSyncController>(std::vector<std::string>{}, "");
     return *value;
 }
 

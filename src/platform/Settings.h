@@ -14,7 +14,7 @@ namespace px::platform {
 // extension's own standard defaults. Values are property-list values; reads of a missing key
 // give nothing. Implementations may be shared between threads.
 class Settings {
-public:
+  public:
     virtual ~Settings() = default;
 
     virtual plist::Value objectForKey(std::string_view key) = 0;
@@ -35,7 +35,9 @@ public:
     plist::Value dictionaryForKey(std::string_view key);
 
     void setBool(const std::string& key, bool value) { setObject(key, plist::Value(value)); }
-    void setInteger(const std::string& key, std::int64_t value) { setObject(key, plist::Value(value)); }
+    void setInteger(const std::string& key, std::int64_t value) {
+        setObject(key, plist::Value(value));
+    }
     void setString(const std::string& key, std::string value) {
         setObject(key, plist::Value(std::move(value)));
     }

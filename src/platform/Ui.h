@@ -13,13 +13,13 @@ namespace px::platform {
 // Every prompt the actions show. Calls are made on the main queue and return when the user
 // has answered (the dialogs are modal). An absent result means the user cancelled.
 class Ui {
-public:
+  public:
     virtual ~Ui() = default;
 
     // --- Alerts -------------------------------------------------------------------------
     struct Alert {
-        std::string message;             // the bold title
-        std::string informative;         // the text under it
+        std::string message;              // the bold title
+        std::string informative;          // the text under it
         std::vector<std::string> buttons; // titles in order; the first is the default
     };
     // Answers 1000 for the first button, 1001 for the second, ...
@@ -27,9 +27,9 @@ public:
 
     // --- Save panel ---------------------------------------------------------------------
     struct SaveRequest {
-        std::string directory;       // where the panel starts
-        std::string name;            // the proposed file name
-        std::string message;         // optional text above the panel
+        std::string directory;          // where the panel starts
+        std::string name;               // the proposed file name
+        std::string message;            // optional text above the panel
         bool passwordAccessory = false; // shows a password field (compression)
         // The file-type chooser: the entries offered, their indexes in `fileTypes` (the item
         // list) kept; empty when the panel has no chooser. `onTypeChosen` is called with the
@@ -46,9 +46,9 @@ public:
 
     // --- Open panel ---------------------------------------------------------------------
     struct OpenRequest {
-        std::string directory;  // where the panel starts
-        std::string button;     // the confirm button's title (the prompt)
-        std::string message;    // optional text above the panel
+        std::string directory; // where the panel starts
+        std::string button;    // the confirm button's title (the prompt)
+        std::string message;   // optional text above the panel
         bool chooseFiles = false;
         bool chooseDirectories = true;
     };
@@ -56,20 +56,20 @@ public:
 
     // --- Name entry ---------------------------------------------------------------------
     struct NameRequest {
-        std::string tip;          // the prompt label
+        std::string tip; // the prompt label
         std::string placeholder;
         std::string defaultText;
-        bool required = false;    // a blank entry is refused and asked again
+        bool required = false; // a blank entry is refused and asked again
     };
     virtual std::optional<std::string> runNameEntry(const NameRequest& request) = 0;
 
     // --- Embed dialog -------------------------------------------------------------------
     struct EmbedRequest {
-        std::string defaultName;               // the folder name field
-        std::vector<std::string> modes;        // the mode pop-up's titles
+        std::string defaultName;        // the folder name field
+        std::vector<std::string> modes; // the mode pop-up's titles
     };
     struct EmbedResult {
-        int mode = 0;     // index into `modes`
+        int mode = 0; // index into `modes`
         std::string name;
     };
     virtual std::optional<EmbedResult> runEmbedDialog(const EmbedRequest& request) = 0;

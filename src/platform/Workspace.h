@@ -9,7 +9,7 @@ namespace px::platform {
 // The desktop's workspace: opening addresses and folders, showing items in the file manager,
 // and watching volume mounts.
 class Workspace {
-public:
+  public:
     virtual ~Workspace() = default;
     virtual bool openURL(const std::string& url) = 0;
     virtual bool revealInFileManager(const std::string& path) = 0;

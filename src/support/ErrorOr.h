@@ -15,7 +15,7 @@ struct Error {
 };
 
 template <typename T> class [[nodiscard]] ErrorOr {
-public:
+  public:
     ErrorOr(T value) : m_value(std::move(value)) {}
     ErrorOr(Error error) : m_value(std::move(error)) {}
 
@@ -29,12 +29,12 @@ public:
     T releaseValue() { return std::move(std::get<T>(m_value)); }
     Error releaseError() { return std::move(std::get<Error>(m_value)); }
 
-private:
+  private:
     std::variant<T, Error> m_value;
 };
 
 template <> class [[nodiscard]] ErrorOr<void> {
-public:
+  public:
     ErrorOr() = default;
     ErrorOr(Error error) : m_error(std::move(error)), m_failed(true) {}
 
@@ -44,7 +44,7 @@ public:
     Error releaseError() { return std::move(m_error); }
     void releaseValue() {}
 
-private:
+  private:
     Error m_error;
     bool m_failed = false;
 };
@@ -56,6 +56,6 @@ private:
 #define TRY(expression)                                                                            \
     ({                                                                                             \
         auto _px_try_result = (expression);                                                        \
-        if (_px_try_result.isError()) return _px_try_result.releaseError();                       \
+        if (_px_try_result.isError()) return _px_try_result.releaseError();                        \
         _px_try_result.releaseValue();                                                             \
     })

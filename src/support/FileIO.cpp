@@ -70,8 +70,10 @@ ErrorOr<void> replaceFileAtomically(const std::string& path, std::string_view by
     FileDescriptor fd(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     if (!fd.valid()) return Error::fromErrno("cannot create " + temporary, errno);
     auto written = writeAll(fd.get(), bytes);
-    if (written && ::fchmod(fd.get(), modeToKeep(path)) != 0) written = Error::fromErrno("chmod", errno);
-    if (written && ::fsync(fd.get()) != 0) written = Error::fromErrno("cannot flush " + temporary, errno);
+    if (written && ::fchmod(fd.get(), modeToKeep(path)) != 0)
+        written = Error::fromErrno("chmod", errno);
+    if (written && ::fsync(fd.get()) != 0)
+        written = Error::fromErrno("cannot flush " + temporary, errno);
     if (written && ::rename(temporary.c_str(), path.c_str()) != 0)
         written = Error::fromErrno("cannot replace " + path, errno);
     if (written.isError()) ::unlink(temporary.c_str());

@@ -17,7 +17,7 @@ bool exists(const std::string& path);
 
 // An open file descriptor, closed on destruction.
 class FileDescriptor {
-public:
+  public:
     explicit FileDescriptor(int fd = -1) : m_fd(fd) {}
     FileDescriptor(FileDescriptor&& other) noexcept : m_fd(other.release()) {}
     FileDescriptor& operator=(FileDescriptor&& other) noexcept;
@@ -29,16 +29,16 @@ public:
     bool valid() const { return m_fd >= 0; }
     int release();
 
-private:
+  private:
     int m_fd;
 };
 
 // An exclusive advisory lock (flock) on a lock file, held for the object's life.
 class FileLock {
-public:
+  public:
     static ErrorOr<FileLock> acquire(const std::string& lockPath);
 
-private:
+  private:
     explicit FileLock(FileDescriptor fd) : m_fd(std::move(fd)) {}
     FileDescriptor m_fd;
 };

@@ -29,7 +29,8 @@ NotificationCenter& NotificationCenter::defaultCenter() {
     return *center;
 }
 
-void NotificationCenter::addNotification(const void* owner, const std::string& name, Handler handler) {
+void NotificationCenter::addNotification(const void* owner, const std::string& name,
+                                         Handler handler) {
     removeNotification(owner, name);
     std::lock_guard guard(m_mutex);
     m_observers[name].emplace_back(owner, std::move(handler));

@@ -16,7 +16,7 @@ std::string selWithName(const std::string& name);
 // pointer; adding the same owner for a name again replaces its handler, so nothing is
 // registered twice. Handlers run on the thread that posts.
 class NotificationCenter {
-public:
+  public:
     using Handler = std::function<void(const std::string& name)>;
 
     static NotificationCenter& defaultCenter();
@@ -27,7 +27,7 @@ public:
     void post(const std::string& name);
     std::size_t observerCount(const std::string& name);
 
-private:
+  private:
     std::mutex m_mutex;
     std::map<std::string, std::vector<std::pair<const void*, Handler>>> m_observers;
 };

@@ -9,7 +9,8 @@ namespace px {
 namespace {
 
 std::string expandTilde(std::string_view path) {
-    if (path == "~" || path.starts_with("~/")) return xdg::homeDirectory() + std::string(path.substr(1));
+    if (path == "~" || path.starts_with("~/"))
+        return xdg::homeDirectory() + std::string(path.substr(1));
     return std::string(path);
 }
 

@@ -58,9 +58,15 @@ std::string loginName() {
     return environment("USER");
 }
 
-std::string configHome() { return absoluteOr("XDG_CONFIG_HOME", homeDirectory() + "/.config"); }
-std::string dataHome() { return absoluteOr("XDG_DATA_HOME", homeDirectory() + "/.local/share"); }
-std::string cacheHome() { return absoluteOr("XDG_CACHE_HOME", homeDirectory() + "/.cache"); }
+std::string configHome() {
+    return absoluteOr("XDG_CONFIG_HOME", homeDirectory() + "/.config");
+}
+std::string dataHome() {
+    return absoluteOr("XDG_DATA_HOME", homeDirectory() + "/.local/share");
+}
+std::string cacheHome() {
+    return absoluteOr("XDG_CACHE_HOME", homeDirectory() + "/.cache");
+}
 
 std::string runtimeDirectory() {
     return absoluteOr("XDG_RUNTIME_DIR", "/tmp/pxmenu-" + std::to_string(::getuid()));
@@ -76,7 +82,11 @@ std::string userDirectory(std::string_view name) {
     return homeDirectory() + "/" + fallbackUserDirectory(name);
 }
 
-std::string settingsFolder() { return configHome() + "/pxmenu"; }
-std::string applicationSupport() { return dataHome() + "/pxmenu"; }
+std::string settingsFolder() {
+    return configHome() + "/pxmenu";
+}
+std::string applicationSupport() {
+    return dataHome() + "/pxmenu";
+}
 
 } // namespace px::xdg

@@ -18,7 +18,7 @@ std::string runtimeDirectory();
 std::string userDirectory(std::string_view name);
 
 // The product's own places.
-std::string settingsFolder();    // $XDG_CONFIG_HOME/pxmenu
+std::string settingsFolder();     // $XDG_CONFIG_HOME/pxmenu
 std::string applicationSupport(); // $XDG_DATA_HOME/pxmenu
 
 } // namespace px::xdg

@@ -10,7 +10,7 @@ namespace px::test {
 
 // Points the menu manager at an in-memory suite and a temporary data folder.
 class ConfigFixture : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         suite = std::make_shared<platform::MemorySettings>();
         PXMenuManager::configure(suite, folder.path());

@@ -1,5 +1,4 @@
 #include "ConfigFixture.h"
-
 #include "config/MenuKeys.h"
 #include "config/PXDefaultData.h"
 
@@ -11,11 +10,12 @@ using px::plist::Value;
 namespace {
 
 class DefaultDataTest : public test::ConfigFixture {
-protected:
+  protected:
     bool anyChangedVersion(const char* menuKey) {
         const auto& list = stored(menuKey).array();
-        return std::any_of(list.begin(), list.end(),
-                           [](const Value& e) { return static_cast<bool>(e.get("is changed version")); });
+        return std::any_of(list.begin(), list.end(), [](const Value& e) {
+            return static_cast<bool>(e.get("is changed version"));
+        });
     }
     Value entryNamed(const char* menuKey, const std::string& key) {
         for (const auto& entry : stored(menuKey).array())
@@ -26,7 +26,8 @@ protected:
     void storeOldMainMenu(const std::string& version, std::vector<std::string> missing) {
         plist::Array kept;
         for (const auto& entry : PXDefaultData::defaultMainMenu().array())
-            if (std::find(missing.begin(), missing.end(), entry.get("key").string()) == missing.end()) {
+            if (std::find(missing.begin(), missing.end(), entry.get("key").string()) ==
+                missing.end()) {
                 Value copy = entry.mutableCopy();
                 copy.mutableDictionary().erase("is changed version");
                 kept.push_back(copy.frozen());
@@ -84,8 +85,10 @@ TEST_F(DefaultDataTest, UpgradeInsertsNewerEntriesAtTheirFactoryIndex) {
     auto keys = storedKeys(menukey::kRightMenu);
     ASSERT_EQ(keys.size(), 28u);
     EXPECT_EQ(keys[9], "Lock and Unlock");
-    EXPECT_EQ(entryNamed(menukey::kRightMenu, "Lock and Unlock").get("is changed version"), Value("2.3.0"));
-    EXPECT_FALSE(entryNamed(menukey::kRightMenu, "Encrypted Compression").get("is changed version"));
+    EXPECT_EQ(entryNamed(menukey::kRightMenu, "Lock and Unlock").get("is changed version"),
+              Value("2.3.0"));
+    EXPECT_FALSE(
+        entryNamed(menukey::kRightMenu, "Encrypted Compression").get("is changed version"));
     EXPECT_EQ(suite->stringForKey(menukey::kUpdateVersion), "2.6.0");
 }
 
@@ -129,10 +132,11 @@ TEST_F(DefaultDataTest, AMissingStampWithAStoredMenuInsertsNothingButIsStamped) 
 }
 
 TEST_F(DefaultDataTest, DeleteMarkersRemoveStoredEntriesAndAreNeverSeeded) {
-    Value factory = Value::makeArray(
-        {dict({{"key", Value("Old")}, {"is changed version", Value("delete")}}),
-         dict({{"key", Value("Kept")}, {"is changed version", Value("1.0")}})});
-    suite->setObject("list", Value::makeArray({dict({{"key", Value("Old")}}), dict({{"key", Value("Kept")}})}));
+    Value factory =
+        Value::makeArray({dict({{"key", Value("Old")}, {"is changed version", Value("delete")}}),
+                          dict({{"key", Value("Kept")}, {"is changed version", Value("1.0")}})});
+    suite->setObject(
+        "list", Value::makeArray({dict({{"key", Value("Old")}}), dict({{"key", Value("Kept")}})}));
     suite->setString(menukey::kUpdateVersion, "9.0");
     PXDefaultData::_updateMenuKey("list", factory);
     EXPECT_EQ(storedKeys("list"), (std::vector<std::string>{"Kept"}));

@@ -1,5 +1,4 @@
 #include "ConfigFixture.h"
-
 #include "config/MenuKeys.h"
 #include "config/PXDefaultData.h"
 
@@ -11,7 +10,7 @@ using px::plist::Value;
 namespace {
 
 class MenuListsTest : public test::ConfigFixture {
-protected:
+  protected:
     void storeMain(std::vector<Value> entries) {
         suite->setObject(menukey::kRightMenu, Value::makeArray(std::move(entries)));
     }
@@ -33,9 +32,10 @@ TEST_F(MenuListsTest, AttributeRulesFollowTheirOrder) {
     storeMain({dict({{"key", Value("Terminal To")}}), dict({{"key", Value("Terminal Window")}}),
                dict({{"key", Value("Lock and Unlock")}, {"appName", Value("Gedit")}}),
                dict({{"key", Value("Color Picker")}, {"disabledAuth", Value(false)}}),
-               dict({{"key", Value("Hide Selected Files")}}), dict({{"key", Value("Hide All Files")}}),
-               dict({{"key", Value("Unhide All Files")}}), dict({{"key", Value("Convert to")}}),
-               dict({{"key", Value("Execute Script")}}), dict({{"key", Value("Copy Path")}})});
+               dict({{"key", Value("Hide Selected Files")}}),
+               dict({{"key", Value("Hide All Files")}}), dict({{"key", Value("Unhide All Files")}}),
+               dict({{"key", Value("Convert to")}}), dict({{"key", Value("Execute Script")}}),
+               dict({{"key", Value("Copy Path")}})});
     auto items = PXMenuManager::menuItemArray();
     EXPECT_EQ(find(items, "Terminal To")->serve, "New Terminal at Folder");
     auto lock = find(items, "Lock and Unlock");
@@ -52,7 +52,8 @@ TEST_F(MenuListsTest, AttributeRulesFollowTheirOrder) {
     auto copyPath = find(items, "Copy Path");
     EXPECT_TRUE(copyPath->forever);
     EXPECT_FALSE(copyPath->isNeedSelectURL || copyPath->isNotNeedURL);
-    EXPECT_EQ(keysOf(PXMenuManager::belongAppMenuArray()), (std::vector<std::string>{"Terminal Window"}));
+    EXPECT_EQ(keysOf(PXMenuManager::belongAppMenuArray()),
+              (std::vector<std::string>{"Terminal Window"}));
 }
 
 TEST_F(MenuListsTest, ApplicationEntriesJoinTheAppListOnceAndFlagsConvertLoosely) {
@@ -72,7 +73,8 @@ TEST_F(MenuListsTest, ApplicationEntriesJoinTheAppListOnceAndFlagsConvertLoosely
 TEST_F(MenuListsTest, WrongTypedEntriesNeitherCrashNorLeak) {
     storeMain({Value("not a dictionary"), dict({{"key", Value(42)}, {"disabled", Value("maybe")}}),
                dict({{"key", Value("Cut Paste")}, {"cutPaths", Value("/tmp/x")}}),
-               dict({{"key", Value("Cut Paste")}, {"cutPaths", Value::makeArray({Value("/a"), Value(3)})}})});
+               dict({{"key", Value("Cut Paste")},
+                     {"cutPaths", Value::makeArray({Value("/a"), Value(3)})}})});
     auto items = PXMenuManager::menuItemArray();
     ASSERT_EQ(items.size(), 3u);
     EXPECT_EQ(items[0]->key, "");

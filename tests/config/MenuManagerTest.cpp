@@ -1,5 +1,4 @@
 #include "ConfigFixture.h"
-
 #include "config/MenuKeys.h"
 
 using namespace px;
@@ -8,7 +7,7 @@ using px::plist::Value;
 namespace {
 
 class MenuManagerTest : public test::ConfigFixture {
-protected:
+  protected:
     void storeFive() {
         for (const char* key : {"a", "b", "c", "d", "e"})
             PXMenuManager::addMenuKey(menukey::kRightMenu, dict({{"key", Value(key)}}), false);
@@ -36,7 +35,8 @@ TEST_F(MenuManagerTest, RemoveByPathDeletesFilesOutsideTheMainMenu) {
     std::string icon = folder.write("icon.png", "x");
     std::string other = folder.write("main.png", "x");
     PXMenuManager::addMenuKey(menukey::kCommonPath,
-                              dict({{"path", Value("/srv/data")}, {"iconPath", Value(icon)}}), false);
+                              dict({{"path", Value("/srv/data")}, {"iconPath", Value(icon)}}),
+                              false);
     PXMenuManager::addMenuKey(menukey::kRightMenu,
                               dict({{"key", Value("Delete")}, {"iconPath", Value(other)}}), false);
     PXMenuManager::removeMenuKey(menukey::kCommonPath, "/srv/data");
@@ -79,7 +79,8 @@ TEST_F(MenuManagerTest, UpdateOfAnUnknownKeyWritesTheListBackUnchanged) {
 
 TEST_F(MenuManagerTest, ReplaceSwapsTheWholeEntry) {
     storeFive();
-    PXMenuManager::replaceMenuKey(menukey::kRightMenu, dict({{"key", Value("b")}, {"icon", Value("new")}}));
+    PXMenuManager::replaceMenuKey(menukey::kRightMenu,
+                                  dict({{"key", Value("b")}, {"icon", Value("new")}}));
     EXPECT_EQ(stored(menukey::kRightMenu).array()[1].get("icon"), Value("new"));
     EXPECT_EQ(storedKeys(menukey::kRightMenu).size(), 5u);
 }

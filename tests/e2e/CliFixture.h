@@ -10,7 +10,7 @@ namespace px::test {
 
 // Runs the pxmenu binary with HOME and XDG_* pointed at a fresh temporary folder.
 class CliFixture : public ::testing::Test {
-protected:
+  protected:
     ProcessResult pxmenu(std::vector<std::string> args, const std::string& input = {}) {
         args.insert(args.begin(), PXMENU_BINARY);
         return runProcess(args, input);

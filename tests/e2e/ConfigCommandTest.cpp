@@ -5,7 +5,7 @@ using namespace px::test;
 namespace {
 
 class ConfigCommandTest : public CliFixture {
-protected:
+  protected:
     void SetUp() override { ASSERT_EQ(pxmenu({"setup"}).exitStatus, 0); }
     nlohmann::json show(std::vector<std::string> args) {
         args.insert(args.begin(), {"config", "show"});
@@ -35,14 +35,17 @@ TEST_F(ConfigCommandTest, AddSetMoveAndRemoveEditTheStoredLists) {
     EXPECT_EQ(show({"right"}).size(), 28u);
     ASSERT_EQ(pxmenu({"config", "set", "pref", "pref check0", "true"}).exitStatus, 0);
     EXPECT_EQ(show({"pref", "pref check0"}), true);
-    ASSERT_EQ(pxmenu({"config", "set", "right", "Delete", "displayName", "--remove"}).exitStatus, 0);
+    ASSERT_EQ(pxmenu({"config", "set", "right", "Delete", "displayName", "--remove"}).exitStatus,
+              0);
 }
 
 TEST_F(ConfigCommandTest, BadEditsAreRefusedWithStatusTwoAndChangeNothing) {
     EXPECT_EQ(pxmenu({"config", "show", "nowhere"}).exitStatus, 2);
     EXPECT_EQ(pxmenu({"config", "remove", "right", "No Such Entry"}).exitStatus, 2);
     EXPECT_EQ(pxmenu({"config", "move", "right", "0", "99"}).exitStatus, 2);
-    EXPECT_EQ(pxmenu({"config", "set", "right", "Delete", "disabled", "maybe", "--type", "bool"}).exitStatus, 2);
+    EXPECT_EQ(pxmenu({"config", "set", "right", "Delete", "disabled", "maybe", "--type", "bool"})
+                  .exitStatus,
+              2);
     EXPECT_EQ(pxmenu({"config", "add", "right", "--json", "[1,2]"}).exitStatus, 2);
     auto bad = pxmenu({"config", "set", "right", "Nope", "icon", "x"});
     EXPECT_EQ(bad.exitStatus, 2);
@@ -64,9 +67,7 @@ TEST_F(ConfigCommandTest, ADamagedSuiteGivesAClearMessageAndTheFactoryMenusAfter
     std::string suite = xdg.configHome() + "/pxmenu/group.plist";
     std::string text = readFile(suite);
     work.write("x", "");
-    {
-        std::ofstream(suite, std::ios::trunc) << text.substr(0, text.size() / 3);
-    }
+    { std::ofstream(suite, std::ios::trunc) << text.substr(0, text.size() / 3); }
     auto menu = pxmenu({"menu", "--kind", "1", "--target", work.path()});
     EXPECT_EQ(menu.exitStatus, 0);
     EXPECT_NE(menu.err.find("damaged"), std::string::npos);

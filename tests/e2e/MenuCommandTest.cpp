@@ -7,7 +7,7 @@ using namespace px::test;
 namespace {
 
 class MenuCommandTest : public CliFixture {
-protected:
+  protected:
     void SetUp() override { ASSERT_EQ(pxmenu({"setup"}).exitStatus, 0); }
     static bool has(const std::vector<std::string>& list, const std::string& key) {
         return std::find(list.begin(), list.end(), key) != list.end();
@@ -46,7 +46,8 @@ TEST_F(MenuCommandTest, TwoImagesOfferMergeToPdf) {
     std::vector<std::string> targets = keys(convert->at("children"));
     EXPECT_FALSE(has(targets, "PNG"));
     EXPECT_TRUE(has(targets, "PDF"));
-    EXPECT_FALSE(entry(menu, "New File")->at("children").back().at("key") == "Add to File Template");
+    EXPECT_FALSE(entry(menu, "New File")->at("children").back().at("key") ==
+                 "Add to File Template");
 }
 
 TEST_F(MenuCommandTest, AFolderBackgroundIsTheFolderItself) {

@@ -7,7 +7,7 @@ using px::plist::Value;
 namespace {
 
 class DispatchTest : public ExtensionFixture {
-protected:
+  protected:
     // Builds the menu for the selection and picks the entry with the key path given.
     std::int64_t tagOf(const Menu& menu, std::vector<std::string> path) {
         const Menu* level = &menu;
@@ -35,13 +35,14 @@ TEST_F(DispatchTest, ChildrenRouteByTheTopItemsKind) {
     menu = sync.menuForMenuKind(MenuKind::ContextualItems);
     sync.onMenuItemAction(tagOf(menu, {"Common App", "Visual Studio Code"}));
     EXPECT_EQ(sync.calls, (std::vector<std::string>{"convert:JPEG:5:Convert to", "info:SHA256:2",
-                                                   "new:md", "app:Visual Studio Code:1"}));
+                                                    "new:md", "app:Visual Studio Code:1"}));
 }
 
 TEST_F(DispatchTest, CopyToSelectFolderPassesTheChildAndGrandchildrenWin) {
     std::string favourite = work.mkdir("fav");
     work.mkdir("fav/inner");
-    PXMenuManager::addMenuKey(menukey::kCommonPath, Value::makeDictionary({{"path", Value(favourite)}}), false);
+    PXMenuManager::addMenuKey(menukey::kCommonPath,
+                              Value::makeDictionary({{"path", Value(favourite)}}), false);
     std::string a = work.write("a.txt");
     select({a}, work.path());
     Menu menu = sync.menuForMenuKind(MenuKind::ContextualItems);
@@ -50,8 +51,9 @@ TEST_F(DispatchTest, CopyToSelectFolderPassesTheChildAndGrandchildrenWin) {
     sync.onMenuItemAction(tagOf(menu, {"Move to", favourite, favourite + "/inner"}));
     menu = sync.menuForMenuKind(MenuKind::ContextualItems);
     sync.onMenuItemAction(tagOf(menu, {"Move to", favourite, "Current Directory"}));
-    EXPECT_EQ(sync.calls, (std::vector<std::string>{"copy:Select Folder", "move:" + favourite + "/inner",
-                                                   "move:" + favourite}));
+    EXPECT_EQ(sync.calls,
+              (std::vector<std::string>{"copy:Select Folder", "move:" + favourite + "/inner",
+                                        "move:" + favourite}));
 }
 
 TEST_F(DispatchTest, TheSettingsEntryOpensSettingsAndCountsNothing) {
@@ -86,8 +88,9 @@ TEST_F(DispatchTest, ItemsWithoutChildrenRouteAndCountTheirUse) {
     sync.onMenuItemAction(tagOf(menu, {"Terminal Window"}));
     menu = sync.menuForMenuKind(MenuKind::ContextualItems);
     sync.onMenuItemAction(tagOf(menu, {"Hide Selected Files"}));
-    EXPECT_EQ(sync.calls, (std::vector<std::string>{"delete", "copypath", "serve:New Terminal at Folder:-",
-                                                   "hide:Hide Selected Files"}));
+    EXPECT_EQ(sync.calls,
+              (std::vector<std::string>{"delete", "copypath", "serve:New Terminal at Folder:-",
+                                        "hide:Hide Selected Files"}));
     EXPECT_EQ(suite->integerForKey("Delete"), 1);
     EXPECT_EQ(suite->integerForKey("use count"), 4);
 }

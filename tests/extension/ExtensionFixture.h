@@ -12,17 +12,19 @@
 #include "support_files/TestSupport.h"
 
 #include <algorithm>
-#include <sys/stat.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace px::test {
 
 // A FinderSync whose actions record what they were called with.
 class RecordingFinderSync : public FinderSync {
-public:
+  public:
     std::vector<std::string> calls;
 
-    void createFileWithItem(const PXMenuItem::Ptr& item) override { calls.push_back("new:" + item->key); }
+    void createFileWithItem(const PXMenuItem::Ptr& item) override {
+        calls.push_back("new:" + item->key);
+    }
     void openCommonPath(const std::string& path, const PXMenuItem::Ptr& item) override {
         calls.push_back("path:" + path + ":" + (item ? item->key : "-"));
     }
@@ -30,7 +32,8 @@ public:
         calls.push_back("app:" + item->appName + ":" + std::to_string(item->tag));
     }
     void convertItem(const PXMenuItem::Ptr& item, const PXMenuItem::Ptr& parent) override {
-        calls.push_back("convert:" + item->key + ":" + std::to_string(item->tag) + ":" + parent->key);
+        calls.push_back("convert:" + item->key + ":" + std::to_string(item->tag) + ":" +
+                        parent->key);
     }
     void copyfileInfo(const PXMenuItem::Ptr& item) override {
         calls.push_back("info:" + item->key + ":" + std::to_string(item->tag));
@@ -43,19 +46,23 @@ public:
     }
     void deletePath() override { calls.push_back("delete"); }
     void copyPath() override { calls.push_back("copypath"); }
-    void hideAndShowFiles(const PXMenuItem::Ptr& item) override { calls.push_back("hide:" + item->key); }
+    void hideAndShowFiles(const PXMenuItem::Ptr& item) override {
+        calls.push_back("hide:" + item->key);
+    }
     void goSet() override { calls.push_back("goset"); }
     void startColorPicker() override { calls.push_back("color"); }
 };
 
 class ExtensionFixture : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         suite = std::make_shared<platform::MemorySettings>();
         PXMenuManager::configure(suite, data.path());
         ui = std::make_shared<platform::FakeUi>();
-        controller = std::make_shared<platform::StaticFinderSyncController>(std::vector<std::string>{}, "");
-        platform::install({ui, nullptr, nullptr, controller, std::make_shared<platform::MemorySettings>()});
+        controller =
+            std::make_shared<platform::StaticFinderSyncController>(std::vector<std::string>{}, "");
+        platform::install(
+            {ui, nullptr, nullptr, controller, std::make_shared<platform::MemorySettings>()});
         queue::markMainThread();
         PXDefaultData::setup();
     }
@@ -69,7 +76,8 @@ protected:
         controller->setTarget(std::move(target));
     }
     static const MenuEntry* find(const Menu& menu, const std::string& key) {
-        auto it = std::find_if(menu.begin(), menu.end(), [&](const MenuEntry& e) { return e.key == key; });
+        auto it = std::find_if(menu.begin(), menu.end(),
+                               [&](const MenuEntry& e) { return e.key == key; });
         return it == menu.end() ? nullptr : &*it;
     }
     static std::vector<std::string> keys(const Menu& menu) {

@@ -1,5 +1,4 @@
 #include "ExtensionFixture.h"
-
 #include "extension/MenuTag.h"
 #include "extension/PXHelper.h"
 
@@ -46,7 +45,8 @@ TEST_F(MenuBuilderTest, ConvertTargetsDependOnTheExtensionAndCount) {
     std::string png = work.write("a.png"), tif = work.write("b.tif"), jpg = work.write("c.jpg");
     RecordingFinderSync sync;
     select({png}, work.path());
-    auto targets = keys(find(sync.menuForMenuKind(MenuKind::ContextualItems), "Convert to")->children);
+    auto targets =
+        keys(find(sync.menuForMenuKind(MenuKind::ContextualItems), "Convert to")->children);
     EXPECT_EQ(std::count(targets.begin(), targets.end(), "PNG"), 0);
     EXPECT_EQ(std::count(targets.begin(), targets.end(), "PDF"), 1);
     select({tif}, work.path());
@@ -62,7 +62,8 @@ TEST_F(MenuBuilderTest, ConvertTargetsDependOnTheExtensionAndCount) {
     select({pdf, pdf2}, work.path());
     Menu built = sync.menuForMenuKind(MenuKind::ContextualItems);
     const auto& merged = find(built, "Convert to")->children;
-    auto pdfEntry = std::find_if(merged.begin(), merged.end(), [](auto& e) { return e.key == "PDF"; });
+    auto pdfEntry =
+        std::find_if(merged.begin(), merged.end(), [](auto& e) { return e.key == "PDF"; });
     ASSERT_NE(pdfEntry, merged.end());
     EXPECT_EQ(pdfEntry->title, localized("Merge to PDF"));
 }
@@ -70,7 +71,8 @@ TEST_F(MenuBuilderTest, ConvertTargetsDependOnTheExtensionAndCount) {
 TEST_F(MenuBuilderTest, CutListDecidesBetweenCutPasteAndNothing) {
     std::string sub = work.mkdir("sub");
     std::string cut = work.write("sub/x.txt");
-    PXMenuManager::updateMenuKey(menukey::kRightMenu, "Cut Paste", "cutPaths", Value::makeArray({Value(cut)}));
+    PXMenuManager::updateMenuKey(menukey::kRightMenu, "Cut Paste", "cutPaths",
+                                 Value::makeArray({Value(cut)}));
     RecordingFinderSync sync;
     select({}, sub);
     EXPECT_FALSE(find(sync.menuForMenuKind(MenuKind::ContextualContainer), "Cut Paste"));
@@ -80,7 +82,8 @@ TEST_F(MenuBuilderTest, CutListDecidesBetweenCutPasteAndNothing) {
     ASSERT_TRUE(paste);
     EXPECT_EQ(paste->title, localized("Paste"));
     select({cut}, sub);
-    EXPECT_EQ(find(sync.menuForMenuKind(MenuKind::ContextualItems), "Cut Paste")->title, localized("Cut"));
+    EXPECT_EQ(find(sync.menuForMenuKind(MenuKind::ContextualItems), "Cut Paste")->title,
+              localized("Cut"));
 }
 
 TEST_F(MenuBuilderTest, FileInfoOnlyForOneFileAndLockTitleFollowsTheFile) {
@@ -98,7 +101,8 @@ TEST_F(MenuBuilderTest, FileInfoOnlyForOneFileAndLockTitleFollowsTheFile) {
     EXPECT_FALSE(find(sync.menuForMenuKind(MenuKind::ContextualItems), "File Info"));
     ASSERT_EQ(::chmod(a.c_str(), 0444), 0);
     select({a}, work.path());
-    EXPECT_EQ(find(sync.menuForMenuKind(MenuKind::ContextualItems), "Lock and Unlock")->title, localized("Unlock"));
+    EXPECT_EQ(find(sync.menuForMenuKind(MenuKind::ContextualItems), "Lock and Unlock")->title,
+              localized("Unlock"));
 }
 
 TEST_F(MenuBuilderTest, PreferencesDropIconsAndTheSettingsEntry) {
@@ -122,7 +126,8 @@ TEST_F(MenuBuilderTest, ACommonPathListsItsSubfoldersAsCopyTargets) {
         work.mkdir("fav/d" + std::to_string(i));
     work.write("fav/file.txt");
     work.mkdir("fav/.hidden");
-    PXMenuManager::addMenuKey(menukey::kCommonPath, Value::makeDictionary({{"path", Value(favourite)}}), false);
+    PXMenuManager::addMenuKey(menukey::kCommonPath,
+                              Value::makeDictionary({{"path", Value(favourite)}}), false);
     std::string a = work.write("a.txt");
     select({a}, work.path());
     RecordingFinderSync sync;
@@ -164,7 +169,9 @@ TEST(MenuTag, PiecesPadOddLengths) {
     EXPECT_EQ(menutag::pieces(1003), (std::vector<std::string>{"10", "03"}));
     EXPECT_EQ(menutag::pieces(2), (std::vector<std::string>{"02"}));
     EXPECT_EQ(menutag::pieces(30211), (std::vector<std::string>{"03", "02", "11"}));
-    EXPECT_EQ(menutag::toTag(menutag::childText(menutag::childText(menutag::topLevelText(3), 1), 10)), 30211);
+    EXPECT_EQ(
+        menutag::toTag(menutag::childText(menutag::childText(menutag::topLevelText(3), 1), 10)),
+        30211);
 }
 
 } // namespace

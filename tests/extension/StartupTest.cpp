@@ -7,7 +7,7 @@ using px::plist::Value;
 namespace {
 
 class FakeWorkspace final : public platform::Workspace {
-public:
+  public:
     std::vector<std::string> volumes;
     std::function<void()> onMount;
     bool openURL(const std::string& url) override {
@@ -21,7 +21,7 @@ public:
 };
 
 class StartupTest : public ExtensionFixture {
-protected:
+  protected:
     void SetUp() override {
         ExtensionFixture::SetUp();
         workspace = std::make_shared<FakeWorkspace>();
@@ -49,7 +49,8 @@ TEST_F(StartupTest, RootIsAlwaysMonitoredAndVolumesOnlyWhenAskedFor) {
 }
 
 TEST_F(StartupTest, OnlyAFileManagerSessionClearsTheCutList) {
-    PXMenuManager::updateMenuKey(menukey::kRightMenu, "Cut Paste", "cutPaths", Value::makeArray({Value("/x")}));
+    PXMenuManager::updateMenuKey(menukey::kRightMenu, "Cut Paste", "cutPaths",
+                                 Value::makeArray({Value("/x")}));
     auto cutPaths = [&] {
         for (const auto& entry : suite->arrayForKey(menukey::kRightMenu).array())
             if (entry.get("key") == Value("Cut Paste")) return entry.get("cutPaths").array().size();

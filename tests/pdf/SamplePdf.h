@@ -64,8 +64,8 @@ inline std::string samplePdf(const std::vector<std::string>& titles,
         std::string annots = (options.linkToLast && i == 0 && count > 0)
                                  ? " /Annots [" + std::to_string(linkObject) + " 0 R]"
                                  : "";
-        objects.push_back("<< /Type /Page /Parent 2 0 R /MediaBox [0 0 " + std::to_string(options.width) +
-                          " " + std::to_string(options.height) +
+        objects.push_back("<< /Type /Page /Parent 2 0 R /MediaBox [0 0 " +
+                          std::to_string(options.width) + " " + std::to_string(options.height) +
                           "] /Resources << /Font << /F1 3 0 R >> >> /Contents " +
                           std::to_string(pageObject(i) + 1) + " 0 R" + annots + " >>");
         const std::string content = samplePageContent(titles[i], options);

@@ -1,5 +1,6 @@
-#include "config/PlistCodec.h"
 #include "platform/linux/PlistFileSettings.h"
+
+#include "config/PlistCodec.h"
 #include "support/ReadScope.h"
 #include "support_files/TestSupport.h"
 
@@ -14,14 +15,15 @@ using px::plist::Value;
 namespace {
 
 class PlistFileSettingsTest : public ::testing::Test {
-protected:
+  protected:
     std::string path() const { return dir / "group.plist"; }
     test::TempDir dir;
 };
 
 TEST_F(PlistFileSettingsTest, WritesSurviveANewReader) {
     platform::PlistFileSettings writer(path());
-    writer.setObject("array right menu", Value::makeArray({Value::makeDictionary({{"key", Value("Делать")}})}));
+    writer.setObject("array right menu",
+                     Value::makeArray({Value::makeDictionary({{"key", Value("Делать")}})}));
     writer.setBool("pref check0", true);
     platform::PlistFileSettings reader(path());
     EXPECT_TRUE(reader.boolForKey("pref check0"));

@@ -61,8 +61,8 @@ ScopedEnv::~ScopedEnv() {
 
 ScopedXdg::ScopedXdg()
     : m_home("HOME", m_root.path()), m_config("XDG_CONFIG_HOME", m_root / ".config"),
-      m_data("XDG_DATA_HOME", m_root / ".local/share"), m_cache("XDG_CACHE_HOME", m_root / ".cache"),
-      m_runtime("XDG_RUNTIME_DIR", m_root / "run") {
+      m_data("XDG_DATA_HOME", m_root / ".local/share"),
+      m_cache("XDG_CACHE_HOME", m_root / ".cache"), m_runtime("XDG_RUNTIME_DIR", m_root / "run") {
     m_root.mkdir(".config");
     m_root.mkdir(".local/share");
     m_root.mkdir("run");

@@ -8,7 +8,7 @@ namespace px::test {
 
 // A fresh temporary folder, removed with everything in it when the object goes.
 class TempDir {
-public:
+  public:
     TempDir();
     ~TempDir();
     TempDir(const TempDir&) = delete;
@@ -20,32 +20,32 @@ public:
     std::string write(const std::string& name, const std::string& contents = {}) const;
     std::string mkdir(const std::string& name) const;
 
-private:
+  private:
     std::string m_path;
 };
 
 // Sets (or with nullopt, unsets) an environment variable for the object's life.
 class ScopedEnv {
-public:
+  public:
     ScopedEnv(std::string name, std::optional<std::string> value);
     ~ScopedEnv();
     ScopedEnv(const ScopedEnv&) = delete;
     ScopedEnv& operator=(const ScopedEnv&) = delete;
 
-private:
+  private:
     std::string m_name;
     std::optional<std::string> m_old;
 };
 
 // Points HOME and every XDG variable into a temporary folder for the object's life.
 class ScopedXdg {
-public:
+  public:
     ScopedXdg();
     const std::string& home() const { return m_root.path(); }
     std::string configHome() const { return m_root / ".config"; }
     std::string dataHome() const { return m_root / ".local/share"; }
 
-private:
+  private:
     TempDir m_root;
     ScopedEnv m_home, m_config, m_data, m_cache, m_runtime;
 };

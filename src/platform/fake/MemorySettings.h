@@ -8,7 +8,7 @@ namespace px::platform {
 
 // An in-memory settings suite for unit tests.
 class MemorySettings final : public Settings {
-public:
+  public:
     plist::Value objectForKey(std::string_view key) override;
     void setObject(const std::string& key, plist::Value value) override;
     void modify(const std::string& key,
@@ -17,7 +17,7 @@ public:
     void clear();
     size_t writeCount() const { return m_writes; }
 
-private:
+  private:
     std::mutex m_mutex;
     plist::Dictionary m_values;
     size_t m_writes = 0;

@@ -55,7 +55,7 @@ bool showItemsOverDBus(const std::string& path) {
 } // namespace
 
 class GioWorkspace::MountWatcher {
-public:
+  public:
     explicit MountWatcher(std::function<void()> onMount) : m_onMount(std::move(onMount)) {
         m_context = g_main_context_new();
         m_loop = g_main_loop_new(m_context, FALSE);
@@ -68,7 +68,7 @@ public:
         g_main_context_unref(m_context);
     }
 
-private:
+  private:
     static void mountAdded(GVolumeMonitor*, GMount*, gpointer self) {
         auto* watcher = static_cast<MountWatcher*>(self);
         queue::enterForeground(watcher->m_onMount);
@@ -76,7 +76,8 @@ private:
     void run() {
         g_main_context_push_thread_default(m_context);
         GObjectPtr<GVolumeMonitor> monitor(g_volume_monitor_get());
-        gulong handler = g_signal_connect(monitor.get(), "mount-added", G_CALLBACK(mountAdded), this);
+        gulong handler =
+            g_signal_connect(monitor.get(), "mount-added", G_CALLBACK(mountAdded), this);
         g_main_loop_run(m_loop);
         g_signal_handler_disconnect(monitor.get(), handler);
         monitor.reset();

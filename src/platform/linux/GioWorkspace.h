@@ -10,7 +10,7 @@ namespace px::platform {
 // D-Bus interface to show items, and the volume monitor for mounts. Mount events are watched
 // on a thread of their own running a GLib main loop, and reported on the main queue.
 class GioWorkspace final : public Workspace {
-public:
+  public:
     GioWorkspace();
     ~GioWorkspace() override;
 
@@ -19,7 +19,7 @@ public:
     std::vector<std::string> mountedVolumes() override;
     void observeMounts(std::function<void()> onMount) override;
 
-private:
+  private:
     class MountWatcher;
     std::unique_ptr<MountWatcher> m_watcher;
 };

@@ -15,7 +15,7 @@ namespace px::platform {
 // reported once, read as empty, and moved aside to "<name>.broken" (never over an earlier one)
 // before anything is written over it.
 class PlistFileSettings final : public Settings {
-public:
+  public:
     explicit PlistFileSettings(std::string path);
 
     plist::Value objectForKey(std::string_view key) override;
@@ -27,7 +27,7 @@ public:
     // The whole suite as it is on disk now.
     plist::Value snapshot();
 
-private:
+  private:
     enum class Check { OncePerScope, Always };
 
     void refreshLocked(Check check);
