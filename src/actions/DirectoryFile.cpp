@@ -2,6 +2,7 @@
 
 #include "actions/PathName.h"
 #include "support/FileIO.h"
+#include "support/TextLines.h"
 
 #include <cerrno>
 #include <optional>
@@ -15,34 +16,8 @@ namespace {
 
 constexpr std::string_view kEntryGroup = "[Desktop Entry]";
 
-// One line of the file and whether a line break ended it (the last line may have none).
-struct Line {
-    std::string_view text;
-    bool ended = true;
-};
-
-std::vector<Line> splitLines(std::string_view content) {
-    std::vector<Line> lines;
-    while (!content.empty()) {
-        auto end = content.find('\n');
-        if (end == std::string_view::npos) {
-            lines.push_back({content, false});
-            break;
-        }
-        lines.push_back({content.substr(0, end), true});
-        content.remove_prefix(end + 1);
-    }
-    return lines;
-}
-
-std::string joined(const std::vector<Line>& lines) {
-    std::string result;
-    for (const Line& line : lines) {
-        result.append(line.text);
-        if (line.ended) result += '\n';
-    }
-    return result;
-}
+using text::Line;
+using text::splitLines;
 
 std::string_view trimmed(std::string_view text) {
     constexpr std::string_view blanks = " \t\r\n\v\f";
@@ -170,7 +145,7 @@ std::string withIcon(std::string_view content, std::string_view value) {
         result.push_back({line.text, true});
         result.push_back({endsWithReturn(line.text) ? iconLineWithReturn : iconLine, line.ended});
     }
-    return joined(result);
+    return text::joinLines(result);
 }
 
 std::string withoutIcon(std::string_view content) {
@@ -190,7 +165,7 @@ std::string withoutIcon(std::string_view content) {
         if (inGroup && isIconLine(lines[i].text)) continue;
         result.push_back(lines[i]);
     }
-    return joined(result);
+    return text::joinLines(result);
 }
 
 ErrorOr<void> setIcon(const std::string& folder, std::string_view value) {

@@ -2,6 +2,7 @@
 
 #include "actions/PathName.h"
 #include "support/FileIO.h"
+#include "support/TextLines.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -11,25 +12,8 @@ namespace px::hiddenfile {
 
 namespace {
 
-// One line of the file and whether a line break ended it (the last line may have none).
-struct Line {
-    std::string_view text;
-    bool ended = true;
-};
-
-std::vector<Line> splitLines(std::string_view content) {
-    std::vector<Line> lines;
-    while (!content.empty()) {
-        auto end = content.find('\n');
-        if (end == std::string_view::npos) {
-            lines.push_back({content, false});
-            break;
-        }
-        lines.push_back({content.substr(0, end), true});
-        content.remove_prefix(end + 1);
-    }
-    return lines;
-}
+using text::Line;
+using text::splitLines;
 
 bool contains(const std::vector<std::string>& names, std::string_view name) {
     return std::find(names.begin(), names.end(), name) != names.end();
