@@ -2,10 +2,11 @@
 //   pdf_tool sample OUT.pdf PAGES      writes a generated text-and-vector document
 //   pdf_tool merge FILE...             merges like "Merge to PDF" (result beside the first file)
 //   pdf_tool extract FILE.pdf KEY      renders every page like the PDF conversion target
-// merge and extract print "seconds <elapsed>" for the work itself, without the program's start
-// (loading its many libraries), which the long-lived extension process pays only once.
+// merge and extract print "seconds <elapsed>" for the work itself, without the program's start.
+// Like pxmenu, the tool loads the image library (libvips, poppler) only when the work needs it:
+// for extraction, inside the timed part.
 #include "../tests/pdf/SamplePdf.h"
-#include "media/PdfTools.h"
+#include "media/Imaging.h"
 
 #include <chrono>
 #include <cstdio>
@@ -32,9 +33,14 @@ int sample(const std::string& path, int pages) {
 }
 
 int extract(const std::string& path, const std::string& key) {
+    auto imaging = px::media::imaging();
+    if (imaging.isError()) {
+        std::fprintf(stderr, "%s\n", imaging.error().message.c_str());
+        return 1;
+    }
     std::int64_t finished = -1;
-    px::media::extractImageFromPDF(path, key,
-                                   [&](std::int64_t, std::int64_t index) { finished = index; });
+    imaging.value()->extractImageFromPDF(
+        path, key, [&](std::int64_t, std::int64_t index) { finished = index; });
     return finished > 0 ? 0 : 1;
 }
 

@@ -4,11 +4,10 @@
 #            mergeToPDF) against `qpdf --empty --pages a.pdf b.pdf c.pdf d.pdf -- out.pdf`;
 #   extract: 20 pages to PNG at 150 dpi, ours (pdf_tool extract) against `pdftoppm -png -r 150`.
 # Wall-clock seconds, median of several alternating runs, since extraction runs pages in
-# parallel threads; CPU seconds are shown beside them. The goal is judged on the time of our
-# work itself (pdf_tool times its call of mergeToPDF or extractImageFromPDF) against the other
-# tool's whole run: loading pdf_tool's hundred-odd libraries (libvips and its loaders) takes
-# about 0.1 s, which the long-lived extension process pays once, not per command. The ratio of
-# the whole runs is printed too.
+# parallel threads; CPU seconds are shown beside them. The goal is judged on the whole runs of
+# both programs, start-up included: pdf_tool, like pxmenu, loads the image library (libvips,
+# poppler) only when the work needs it, so a merge of PDF documents never loads it. The time of
+# our work alone (pdf_tool's "seconds" line) is shown too.
 # Usage: [RUNS=5] [BUILD_DIR=build/bench-release] bench/pdf_vs_tools.sh [path/to/pdf_tool]
 # Build the tool first, in release mode, for example:
 #   cmake -S . -B build/bench-release -G Ninja -DCMAKE_BUILD_TYPE=Release -DPX_BUILD_BENCH=ON
@@ -39,11 +38,9 @@ timed() {
 
 median() { sort -n | awk '{ v[NR] = $1 } END { print (NR % 2) ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'; }
 
-# Our tool binds every symbol at start, so that the work it times excludes the lazy binding of
-# its libraries (as in the long-lived extension process, where that happened long before).
-ours_merge() { rm -f -- "$work/Untitled.pdf"; LD_BIND_NOW=1 "$tool" merge "$work"/{a,b,c,d}.pdf; }
+ours_merge() { rm -f -- "$work/Untitled.pdf"; "$tool" merge "$work"/{a,b,c,d}.pdf; }
 qpdf_merge() { qpdf --empty --pages "$work"/{a,b,c,d}.pdf -- "$work/qpdf-out.pdf"; }
-ours_extract() { rm -rf -- "$work/doc" "$work"/doc-*; LD_BIND_NOW=1 "$tool" extract "$work/doc.pdf" PNG; }
+ours_extract() { rm -rf -- "$work/doc" "$work"/doc-*; "$tool" extract "$work/doc.pdf" PNG; }
 poppler_extract() { rm -rf -- "$work/ppm"; mkdir "$work/ppm"; pdftoppm -png -r 150 "$work/doc.pdf" "$work/ppm/page"; }
 
 # Alternates the two commands `runs` times; prints the medians "wall cpu work" of ours, then
@@ -70,19 +67,19 @@ check_outputs() {
 }
 
 printf '%-8s %10s %10s %10s %12s %11s %9s %9s %6s\n' task "ours wall" "ours cpu" "ours work" \
-    "theirs wall" "theirs cpu" "ratio" "(wall)" goal
+    "theirs wall" "theirs cpu" "(work)" "ratio" goal
 status=0
 for row in "merge ours_merge qpdf_merge 1.2" "extract ours_extract poppler_extract 0.5"; do
     read -r task ours theirs goal <<<"$row"
     read -r ours_wall ours_cpu ours_work theirs_wall theirs_cpu <<<"$(compare "$ours" "$theirs")"
     ratio=$(awk -v a="$ours_work" -v b="$theirs_wall" 'BEGIN { printf "%.2f", a / b }')
     wall_ratio=$(awk -v a="$ours_wall" -v b="$theirs_wall" 'BEGIN { printf "%.2f", a / b }')
-    met=$(awk -v r="$ratio" -v g="$goal" 'BEGIN { print (r <= g) ? "met" : "MISSED" }')
+    met=$(awk -v r="$wall_ratio" -v g="$goal" 'BEGIN { print (r <= g) ? "met" : "MISSED" }')
     [[ $met == met ]] || status=1
     printf '%-8s %9.3fs %9.3fs %9.3fs %11.3fs %10.3fs %8sx %8sx %5sx %s\n' "$task" "$ours_wall" \
         "$ours_cpu" "$ours_work" "$theirs_wall" "$theirs_cpu" "$ratio" "$wall_ratio" "$goal" "$met"
 done
-echo "ratio: our work's time (without loading the program) / theirs, whole program; (wall): both whole"
+echo "ratio: whole runs, ours / theirs (wall clock); (work): our work alone / their whole run"
 check_outputs || status=1
 echo "cores: $(nproc), load average: $(cut -d' ' -f1-3 /proc/loadavg)"
 exit $status

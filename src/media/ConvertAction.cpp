@@ -1,12 +1,12 @@
 // "Convert to": converts the selected images into the chosen format beside them, and leads to
 // the app-icon export, the extraction of a PDF's pages and the merge into one PDF.
 #include "actions/Alerts.h"
+#include "actions/FailureLog.h"
 #include "actions/PathName.h"
 #include "archive/PXLoadingWinCtl.h"
 #include "config/Localization.h"
 #include "extension/FinderSync.h"
-#include "media/AppIconExport.h"
-#include "media/ImageFile.h"
+#include "media/Imaging.h"
 #include "media/PdfTools.h"
 #include "support/Queues.h"
 
@@ -34,55 +34,45 @@ bool isAccepted(const std::string& path, const std::vector<std::string>& formats
     return std::find(formats.begin(), formats.end(), path::pathExtension(path)) != formats.end();
 }
 
-void exportIcon(const vips::VImage& image, const std::string& base, std::int64_t tag) {
-    const auto status = media::createIconToPath(image, base, static_cast<int>(tag - 1));
-    if (status == media::IconExportStatus::NotSquare)
-        alertOnMain(localizedFormat("Convert Icns image invalid", image.width(), image.height()));
-}
-
-void extractPages(const ConvertJob& job, const std::string& path) {
-    FinderSync* sync = job.sync;
-    media::extractImageFromPDF(path, job.key, [sync](std::int64_t count, std::int64_t index) {
+media::PdfProgress progressOf(FinderSync* sync) {
+    return [sync](std::int64_t count, std::int64_t index) {
         if (count == 0) return;
         const float percent = static_cast<float>(index) / static_cast<float>(count);
         queue::enterForeground([sync, percent] { sync->loadingWinCtl().setPercent(percent); });
-    });
+    };
 }
 
-void saveConverted(const vips::VImage& image, const std::string& base, const std::string& key) {
-    const std::string destination = base + "." + path::lowercased(key);
-    if (!media::saveImageWithExt(image, key, destination)) alertOnMain(localized("Convert Fail"));
+void report(const media::ConvertOutcome& outcome) {
+    using Result = media::ConvertOutcome::Result;
+    if (outcome.result == Result::NotSquare)
+        alertOnMain(localizedFormat("Convert Icns image invalid", outcome.width, outcome.height));
+    else if (outcome.result == Result::Failed)
+        alertOnMain(localized("Convert Fail"));
 }
 
-bool isIconExport(const std::string& key) {
-    return key.find("AppIcon") != std::string::npos;
+void convertEach(const ConvertJob& job, media::Imaging& imaging) {
+    const int iconType = static_cast<int>(job.tag - 1);
+    for (const std::string& path : job.paths)
+        if (isAccepted(path, job.formats))
+            report(imaging.convertImage(path, job.key, iconType, progressOf(job.sync)));
 }
 
-// The image is loaded before the branch, as a gate: what cannot be read is skipped without a
-// word. A PDF passes it when its document opens (libvips reads the first page's header only),
-// so a readable PDF reaches the page extraction and a broken one is skipped like any image.
-// Only the icon export reads its source several times; the other branches stream it once.
-void convertOne(const ConvertJob& job, const std::string& path) {
-    if (!isAccepted(path, job.formats)) return;
-    const bool icon = isIconExport(job.key);
-    const auto image =
-        media::loadImage(path, icon ? media::ImageAccess::Random : media::ImageAccess::Sequential);
-    if (!image) return;
-    const std::string base = path::deletingPathExtension(path);
-    if (icon)
-        exportIcon(*image, base, job.tag);
-    else if (path::lowercased(path::pathExtension(path)) == "pdf")
-        extractPages(job, path);
-    else
-        saveConverted(*image, base, job.key);
+// Without the image library nothing can be converted: one alert for the whole selection.
+void convertAll(const ConvertJob& job) {
+    ErrorOr<media::Imaging*> imaging = media::imaging();
+    if (imaging.isError()) {
+        logFailure(imaging.error());
+        alertOnMain(localized("Convert Fail"));
+        return;
+    }
+    convertEach(job, *imaging.value());
 }
 
 void runConvertJob(const ConvertJob& job) {
     if (job.key == "PDF")
         media::mergeToPDF(job.paths);
     else
-        for (const std::string& path : job.paths)
-            convertOne(job, path);
+        convertAll(job);
     FinderSync* sync = job.sync;
     queue::enterForegroundWithDelay(0, [sync] { sync->endLoading(); });
 }

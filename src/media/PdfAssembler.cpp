@@ -77,8 +77,9 @@ ErrorOr<void> PdfAssembler::appendDocument(const std::string& path) {
 
 ErrorOr<void> PdfAssembler::appendImage(const PdfImageSource& image) {
     if (m_state->broken) return *m_state->broken;
+    Imaging* imaging = TRY(media::imaging());
     return guarded("cannot add " + image.path + " as a page", [&] {
-        appendImagePage(m_state->destination, image);
+        appendImagePage(m_state->destination, image, *imaging);
         m_state->pages += 1;
     });
 }

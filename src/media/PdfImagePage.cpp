@@ -9,15 +9,15 @@
 namespace px::media {
 namespace {
 
-using Writer = bool (*)(const PdfImageSource&, const SampleSink&);
+using Writer = bool (Imaging::*)(const PdfImageSource&, const SampleSink&);
 
 // Stream data produced when the document is written. Decoded samples go in unfiltered and the
 // writer compresses them with Flate; JPEG data goes in as stored, under DCTDecode.
-void provideSamples(QPDFObjectHandle stream, const PdfImageSource& image, Writer writer,
-                    QPDFObjectHandle filter) {
-    auto provider = [image, writer](Pipeline* pipeline) {
+void provideSamples(QPDFObjectHandle stream, const PdfImageSource& image, Imaging& imaging,
+                    Writer writer, QPDFObjectHandle filter) {
+    auto provider = [image, &imaging, writer](Pipeline* pipeline) {
         const bool complete =
-            writer(image, [pipeline](const unsigned char* bytes, std::size_t size) {
+            (imaging.*writer)(image, [pipeline](const unsigned char* bytes, std::size_t size) {
                 pipeline->write(bytes, size);
             });
         pipeline->finish();
@@ -39,14 +39,15 @@ QPDFObjectHandle imageStream(QPDF& pdf, const PdfImageSource& image, int compone
     return stream;
 }
 
-QPDFObjectHandle imageXObject(QPDF& pdf, const PdfImageSource& image) {
+QPDFObjectHandle imageXObject(QPDF& pdf, const PdfImageSource& image, Imaging& imaging) {
     QPDFObjectHandle stream = imageStream(pdf, image, image.components);
     const bool jpeg = image.samples == PdfImageSource::Samples::Jpeg;
-    provideSamples(stream, image, writeColourSamples,
+    provideSamples(stream, image, imaging, &Imaging::writeColourSamples,
                    jpeg ? QPDFObjectHandle::newName("/DCTDecode") : QPDFObjectHandle::newNull());
     if (image.hasAlpha) {
         QPDFObjectHandle mask = imageStream(pdf, image, 1);
-        provideSamples(mask, image, writeAlphaSamples, QPDFObjectHandle::newNull());
+        provideSamples(mask, image, imaging, &Imaging::writeAlphaSamples,
+                       QPDFObjectHandle::newNull());
         stream.getDict().replaceKey("/SMask", mask);
     }
     return stream;
@@ -54,13 +55,13 @@ QPDFObjectHandle imageXObject(QPDF& pdf, const PdfImageSource& image) {
 
 } // namespace
 
-void appendImagePage(QPDF& destination, const PdfImageSource& image) {
+void appendImagePage(QPDF& destination, const PdfImageSource& image, Imaging& imaging) {
     QPDFObjectHandle page = destination.makeIndirectObject(QPDFObjectHandle::parse(
         fmt::format("<< /Type /Page /MediaBox [0 0 {} {}] /Resources << /XObject << >> >> >>",
                     image.width, image.height)));
     page.getKey("/Resources")
         .getKey("/XObject")
-        .replaceKey("/Im0", imageXObject(destination, image));
+        .replaceKey("/Im0", imageXObject(destination, image, imaging));
     page.replaceKey("/Contents", destination.newStream(fmt::format("q {} 0 0 {} 0 0 cm /Im0 Do Q\n",
                                                                    image.width, image.height)));
     QPDFPageDocumentHelper(destination).addPage(page, false);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "media/PdfImageSource.h"
+#include "media/Imaging.h"
 
 #include <qpdf/QPDF.hh>
 
@@ -8,7 +8,7 @@
 namespace px::media {
 
 // Appends a page of the image's size in points (one pixel per point) filled by the image. Its
-// samples are read when the document is written.
-void appendImagePage(QPDF& destination, const PdfImageSource& image);
+// samples are read through imaging when the document is written.
+void appendImagePage(QPDF& destination, const PdfImageSource& image, Imaging& imaging);
 
 } // namespace px::media

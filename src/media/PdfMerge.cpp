@@ -1,12 +1,14 @@
 #include "actions/FailureLog.h"
 #include "actions/PathName.h"
 #include "config/Localization.h"
+#include "media/Imaging.h"
 #include "media/PdfAssembler.h"
 #include "media/PdfTools.h"
 #include "media/UniqueOutput.h"
 #include "support/FileIO.h"
 
 #include <cerrno>
+#include <mutex>
 #include <optional>
 
 namespace px::media {
@@ -19,6 +21,15 @@ bool isPdfPath(const std::string& path) {
     return path::lowercased(path::pathExtension(path)) == "pdf";
 }
 
+// Empty when the file is not an image, or when the image library cannot be loaded (noted once).
+std::optional<PdfImageSource> imageSource(const std::string& path) {
+    ErrorOr<Imaging*> imaging = media::imaging();
+    if (imaging) return imaging.value()->pdfImageSource(path);
+    static std::once_flag noted;
+    std::call_once(noted, [&] { logFailure(imaging.error()); });
+    return std::nullopt;
+}
+
 // Appends the file's pages; false (with a note on standard error) when it adds nothing.
 bool appendContributor(PdfAssembler& assembler, const std::string& path) {
     ErrorOr<void> added = Error{path + " is neither a PDF document nor an image", 0};
@@ -26,7 +37,7 @@ bool appendContributor(PdfAssembler& assembler, const std::string& path) {
         added = Error{path + " does not exist", ENOENT};
     } else if (isPdfPath(path)) {
         added = assembler.appendDocument(path);
-    } else if (std::optional<PdfImageSource> image = pdfImageSource(path)) {
+    } else if (std::optional<PdfImageSource> image = imageSource(path)) {
         added = assembler.appendImage(*image);
     }
     if (added.isError()) logFailure(added.error());

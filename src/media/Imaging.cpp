@@ -1,0 +1,56 @@
+#include "media/Imaging.h"
+
+#include <cstdlib>
+#include <dlfcn.h>
+#include <mutex>
+#include <sys/stat.h>
+#include <vector>
+
+namespace px::media {
+namespace {
+
+constexpr const char* kLibraryName = "pxmenu-imaging.so";
+
+// PXMENU_LIBDIR, when set, is the only place looked at (to run a library built elsewhere);
+// otherwise the build tree, then the installed location.
+std::vector<std::string> libraryFolders() {
+    if (const char* custom = std::getenv("PXMENU_LIBDIR"); custom && *custom) return {custom};
+    return {PX_BUILD_LIBDIR, PX_INSTALL_LIBDIR};
+}
+
+std::optional<std::string> findLibrary() {
+    for (const std::string& folder : libraryFolders()) {
+        const std::string candidate = folder + "/" + kLibraryName;
+        struct stat status {};
+        if (::stat(candidate.c_str(), &status) == 0) return candidate;
+    }
+    return std::nullopt;
+}
+
+std::string lastLoaderError() {
+    const char* message = ::dlerror();
+    return message ? message : "unknown error";
+}
+
+// The handle is never closed: libvips keeps worker threads that run the library's code.
+ErrorOr<Imaging*> load() {
+    const std::optional<std::string> path = findLibrary();
+    if (!path) return Error{std::string("the image library ") + kLibraryName + " is not installed"};
+    void* handle = ::dlopen(path->c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!handle) return Error{"cannot load the image library: " + lastLoaderError()};
+    using Entry = Imaging* (*)();
+    auto entry = reinterpret_cast<Entry>(::dlsym(handle, kImagingEntryPoint));
+    if (!entry) return Error{"the image library is damaged: " + lastLoaderError()};
+    return entry();
+}
+
+} // namespace
+
+ErrorOr<Imaging*> imaging() {
+    static std::once_flag once;
+    static std::optional<ErrorOr<Imaging*>> loaded;
+    std::call_once(once, [] { loaded.emplace(load()); });
+    return *loaded;
+}
+
+} // namespace px::media
