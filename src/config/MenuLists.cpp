@@ -35,53 +35,43 @@ PXMenuItem::List buildList(const char* menuKey, bool includeDisabled, CopyFields
 
 using fields::StoredField;
 
-constexpr StoredField kMainFields[] = {
+// What every list but the common paths shows of an entry; the other lists add their own.
+constexpr auto kFolderIconFields = std::to_array<StoredField>({
+    {"displayName", &PXMenuItem::displayName},
+    {"icon", &PXMenuItem::icon},
+    {"iconPath", &PXMenuItem::iconPath},
+    {"key", &PXMenuItem::key},
+});
+
+constexpr auto kTemplateFields = std::to_array<StoredField>({
+    {"ext", &PXMenuItem::ext},
+    {"fileName", &PXMenuItem::fileName},
+    {"special", nullptr, &PXMenuItem::isSpecialFile},
+    {"templatePath", &PXMenuItem::templatePath},
+    {"toMainMenu", nullptr, &PXMenuItem::isAddToMainMenu},
+});
+constexpr auto kNewFileFields = fields::joinFields(kFolderIconFields, kTemplateFields);
+
+// The main list's entries carry the template fields too: a template may be shown there.
+constexpr auto kCommandFields = std::to_array<StoredField>({
     {"appName", &PXMenuItem::appName},
     {"disabledAuth", nullptr, &PXMenuItem::disabledAuth},
     {"disabledOpenPath", nullptr, &PXMenuItem::disabledOpenPath},
-    {"displayName", &PXMenuItem::displayName},
-    {"ext", &PXMenuItem::ext},
-    {"fileName", &PXMenuItem::fileName},
-    {"icon", &PXMenuItem::icon},
-    {"iconPath", &PXMenuItem::iconPath},
-    {"key", &PXMenuItem::key},
     {"mainMenuNewFile", nullptr, &PXMenuItem::isMainMenuNewFile},
-    {"special", nullptr, &PXMenuItem::isSpecialFile},
-    {"templatePath", &PXMenuItem::templatePath},
-    {"toMainMenu", nullptr, &PXMenuItem::isAddToMainMenu},
-};
-static_assert(fields::isSortedByName(kMainFields));
+});
+constexpr auto kMainFields = fields::joinFields(kNewFileFields, kCommandFields);
 
-constexpr StoredField kNewFileFields[] = {
-    {"displayName", &PXMenuItem::displayName},
-    {"ext", &PXMenuItem::ext},
-    {"fileName", &PXMenuItem::fileName},
-    {"icon", &PXMenuItem::icon},
-    {"iconPath", &PXMenuItem::iconPath},
-    {"key", &PXMenuItem::key},
-    {"special", nullptr, &PXMenuItem::isSpecialFile},
-    {"templatePath", &PXMenuItem::templatePath},
-    {"toMainMenu", nullptr, &PXMenuItem::isAddToMainMenu},
-};
-static_assert(fields::isSortedByName(kNewFileFields));
-
-constexpr StoredField kFolderIconFields[] = {
-    {"displayName", &PXMenuItem::displayName},
-    {"icon", &PXMenuItem::icon},
-    {"iconPath", &PXMenuItem::iconPath},
-    {"key", &PXMenuItem::key},
-};
-static_assert(fields::isSortedByName(kFolderIconFields));
-
-constexpr StoredField kCommonAppFields[] = {
+constexpr auto kApplicationFields = std::to_array<StoredField>({
     {"disabledOpenPath", nullptr, &PXMenuItem::disabledOpenPath},
-    {"displayName", &PXMenuItem::displayName},
-    {"icon", &PXMenuItem::icon},
-    {"iconPath", &PXMenuItem::iconPath},
-    {"key", &PXMenuItem::key},
     {"toMainMenu", nullptr, &PXMenuItem::isAddToMainMenu},
-};
-static_assert(fields::isSortedByName(kCommonAppFields));
+});
+constexpr auto kCommonAppFields = fields::joinFields(kFolderIconFields, kApplicationFields);
+
+static_assert(fields::isSortedByName(kFolderIconFields) &&
+              fields::isSortedByName(kTemplateFields) && fields::isSortedByName(kCommandFields) &&
+              fields::isSortedByName(kApplicationFields));
+static_assert(fields::isSortedByName(kNewFileFields) && fields::isSortedByName(kMainFields) &&
+              fields::isSortedByName(kCommonAppFields));
 
 const std::vector<std::string>& convertFormats() {
     static const std::vector<std::string> formats{

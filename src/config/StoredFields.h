@@ -4,6 +4,7 @@
 #include "config/Value.h"
 
 #include <algorithm>
+#include <array>
 #include <span>
 #include <string>
 #include <string_view>
@@ -18,11 +19,24 @@ struct StoredField {
     bool PXMenuItem::*flag = nullptr;
 };
 
-// Tables of fields must be sorted by name, in the order of the stored dictionaries' keys.
-template <std::size_t N> constexpr bool isSortedByName(const StoredField (&table)[N]) {
-    return std::is_sorted(
-        std::begin(table), std::end(table),
-        [](const StoredField& a, const StoredField& b) { return a.name < b.name; });
+// Tables of fields must be sorted by name, in the order of the stored dictionaries' keys, and
+// name each field once.
+constexpr bool isSortedByName(std::span<const StoredField> table) {
+    return std::adjacent_find(table.begin(), table.end(),
+                              [](const StoredField& a, const StoredField& b) {
+                                  return !(a.name < b.name);
+                              }) == table.end();
+}
+
+// One table holding the fields of two sorted tables, itself sorted: a list whose entries carry
+// the fields of another list and some more is described by the other's table and the extras.
+template <std::size_t N, std::size_t M>
+constexpr std::array<StoredField, N + M> joinFields(const std::array<StoredField, N>& first,
+                                                    const std::array<StoredField, M>& second) {
+    std::array<StoredField, N + M> joined{};
+    std::merge(first.begin(), first.end(), second.begin(), second.end(), joined.begin(),
+               [](const StoredField& a, const StoredField& b) { return a.name < b.name; });
+    return joined;
 }
 
 // Fills the item's members from the fields of `entry` (a dictionary) named in `table`, in one
