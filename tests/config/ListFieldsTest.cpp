@@ -1,7 +1,9 @@
 #include "ConfigFixture.h"
 #include "config/MenuKeys.h"
 
+#include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 using namespace px;
@@ -9,44 +11,47 @@ using px::plist::Value;
 
 namespace {
 
+using TextMember = std::string PXMenuItem::*;
+using FlagMember = bool PXMenuItem::*;
+
+const std::pair<const char*, TextMember> kTexts[] = {{"appName", &PXMenuItem::appName},
+                                                     {"displayName", &PXMenuItem::displayName},
+                                                     {"ext", &PXMenuItem::ext},
+                                                     {"fileName", &PXMenuItem::fileName},
+                                                     {"icon", &PXMenuItem::icon},
+                                                     {"iconPath", &PXMenuItem::iconPath},
+                                                     {"templatePath", &PXMenuItem::templatePath}};
+const std::pair<const char*, FlagMember> kFlags[] = {
+    {"disabledAuth", &PXMenuItem::disabledAuth},
+    {"disabledOpenPath", &PXMenuItem::disabledOpenPath},
+    {"mainMenuNewFile", &PXMenuItem::isMainMenuNewFile},
+    {"special", &PXMenuItem::isSpecialFile},
+    {"toMainMenu", &PXMenuItem::isAddToMainMenu}};
+
 // Each list reads only the fields its entries carry; an entry holding every field shows which.
 class ListFieldsTest : public test::ConfigFixture {
   protected:
     void storeEverything(const char* menuKey) {
         plist::Dictionary fields{{"key", Value("Entry")}};
-        for (const char* text :
-             {"appName", "displayName", "ext", "fileName", "icon", "iconPath", "templatePath"})
-            fields.emplace(text, Value(std::string(text) + " value"));
-        for (const char* flag :
-             {"disabledAuth", "disabledOpenPath", "mainMenuNewFile", "special", "toMainMenu"})
-            fields.emplace(flag, Value(true));
+        for (const auto& [name, member] : kTexts)
+            fields.emplace(name, Value(std::string(name) + " value"));
+        for (const auto& [name, member] : kFlags)
+            fields.emplace(name, Value(true));
         suite->setObject(menuKey, Value::makeArray({dict(std::move(fields))}));
     }
 
+    // The fields that reached the one item built, by name in sorted order.
     static std::vector<std::string> filled(const PXMenuItem::List& items) {
         EXPECT_EQ(items.size(), 1u);
         if (items.empty()) return {};
         const PXMenuItem& item = *items.front();
-        std::vector<std::string> names;
-        auto text = [&](const char* name, const std::string& value) {
-            if (value == std::string(name) + " value") names.push_back(name);
-        };
-        auto flag = [&](const char* name, bool value) {
-            if (value) names.push_back(name);
-        };
-        text("appName", item.appName);
-        flag("disabledAuth", item.disabledAuth);
-        flag("disabledOpenPath", item.disabledOpenPath);
-        text("displayName", item.displayName);
-        text("ext", item.ext);
-        text("fileName", item.fileName);
-        text("icon", item.icon);
-        text("iconPath", item.iconPath);
-        flag("mainMenuNewFile", item.isMainMenuNewFile);
-        flag("special", item.isSpecialFile);
-        text("templatePath", item.templatePath);
-        flag("toMainMenu", item.isAddToMainMenu);
         EXPECT_EQ(item.key, "Entry");
+        std::vector<std::string> names;
+        for (const auto& [name, member] : kTexts)
+            if (item.*member == std::string(name) + " value") names.push_back(name);
+        for (const auto& [name, member] : kFlags)
+            if (item.*member) names.push_back(name);
+        std::sort(names.begin(), names.end());
         return names;
     }
 
