@@ -40,8 +40,11 @@ class CopyMoveFixture : public ExtensionFixture {
             texts.push_back(alert.informative);
         return texts;
     }
-    std::string collisionTip(const std::string& name) const {
-        return localizedFormat("Same FileName Tip", name);
+    std::vector<std::string> collisionTips(const std::vector<std::string>& names) const {
+        std::vector<std::string> tips;
+        for (const auto& name : names)
+            tips.push_back(localizedFormat("Same FileName Tip", name));
+        return tips;
     }
 
     FinderSync sync;
