@@ -7,11 +7,16 @@ namespace {
 
 class FileInfoActionTest : public ActionFixture {
   protected:
-    PXMenuItem::Ptr child(const std::string& key, std::int64_t tag) {
+    // Runs the digest child at `tag` for the selection, queueing `answer` (when given) for the
+    // dialog.
+    void digest(std::vector<std::string> selection, const std::string& key, std::int64_t tag,
+                const std::string& answer) {
+        select(std::move(selection));
+        if (!answer.empty()) ui->answer(answer);
         auto item = std::make_shared<PXMenuItem>();
         item->key = key;
         item->tag = tag;
-        return item;
+        sync->copyfileInfo(item);
     }
     static std::string tool(const std::string& program, const std::string& path) {
         auto result = runProcess({program, "--", path});
@@ -19,58 +24,29 @@ class FileInfoActionTest : public ActionFixture {
     }
 };
 
-TEST_F(FileInfoActionTest, ShowsTheChosenDigestAndCopiesItOnCopy) {
-    std::string path = work.write("report.txt", "quarterly numbers\n");
-    select({path});
-    ui->answer("button 1000");
-    sync->copyfileInfo(child("SHA256", 2));
+TEST_F(FileInfoActionTest, OnlyTheFirstFileIsDigestedAndTagsAboveThreeMeanSha512) {
+    std::string first = work.write("one", "1"), second = work.write("two", "2");
+    digest({first, second}, "SHA512", 9, "button 1000");
     ASSERT_EQ(ui->alerts().size(), 1u);
-    const auto& alert = ui->alerts().front();
-    EXPECT_EQ(alert.message, "SHA256");
-    EXPECT_EQ(alert.informative, tool("sha256sum", path));
-    EXPECT_EQ(alert.buttons, (std::vector<std::string>{localized("Copy"), localized("Cancel")}));
-    EXPECT_EQ(pasteboard->writes(), std::vector<std::string>{tool("sha256sum", path)});
+    EXPECT_EQ(ui->alerts()[0].message, "SHA512");
+    EXPECT_EQ(ui->alerts()[0].informative, tool("sha512sum", first));
+    EXPECT_EQ(pasteboard->writes(), std::vector<std::string>{tool("sha512sum", first)});
 }
 
 TEST_F(FileInfoActionTest, CancelLeavesTheClipboardAlone) {
-    select({work.write("a.bin", "a")});
-    ui->answer("button 1001");
-    sync->copyfileInfo(child("MD5", 0));
+    digest({work.write("a.bin", "a")}, "MD5", 0, "button 1001");
     EXPECT_EQ(ui->alerts().at(0).informative, "0cc175b9c0f1b6a831c399e269772661");
     EXPECT_TRUE(pasteboard->writes().empty());
     EXPECT_EQ(pasteboard->clearCount(), 0u);
 }
 
-TEST_F(FileInfoActionTest, OnlyTheFirstSelectedFileIsDigested) {
-    std::string first = work.write("one", "1"), second = work.write("two", "2");
-    select({first, second});
-    ui->answers({"button 1000"});
-    sync->copyfileInfo(child("SHA1", 1));
-    ASSERT_EQ(ui->alerts().size(), 1u);
-    EXPECT_EQ(ui->alerts()[0].informative, tool("sha1sum", first));
-    EXPECT_EQ(ui->remainingAnswers(), 0u);
-}
-
-TEST_F(FileInfoActionTest, TagsAboveThreeFallBackToSha512) {
-    std::string path = work.write("x", "x");
-    select({path});
-    ui->answer("button 1001");
-    sync->copyfileInfo(child("SHA512", 9));
-    EXPECT_EQ(ui->alerts().at(0).informative, tool("sha512sum", path));
-}
-
-TEST_F(FileInfoActionTest, FolderShowsNoDialog) {
-    select({work.mkdir("photos")});
-    sync->copyfileInfo(child("MD5", 0));
+TEST_F(FileInfoActionTest, AFolderShowsNoDialogAndAVanishedFileAnEmptyDigest) {
+    digest({work.mkdir("photos")}, "MD5", 0, "button 1000");
     EXPECT_TRUE(ui->alerts().empty());
-    EXPECT_EQ(ui->unansweredPrompts(), 0);
-}
+    EXPECT_EQ(ui->remainingAnswers(), 1u);
 
-TEST_F(FileInfoActionTest, VanishedFileShowsAnEmptyDigestAndCopyCopiesNothing) {
-    pasteboard->setString("kept");
-    select({work / "vanished.iso"});
-    ui->answer("button 1000");
-    sync->copyfileInfo(child("SHA256", 2));
+    pasteboard->setString("kept"); // the answer left over presses Copy
+    digest({work / "vanished.iso"}, "SHA256", 2, "");
     ASSERT_EQ(ui->alerts().size(), 1u);
     EXPECT_EQ(ui->alerts()[0].message, "SHA256");
     EXPECT_EQ(ui->alerts()[0].informative, "");
