@@ -32,16 +32,16 @@ const Target kTargets[] = {
     {"GIF", "gif", "GIF", "GIF image data", true},
 };
 
-const char* const kSources[] = {"png", "jpg", "jpeg", "jpe", "jfif", "tiff", "tif",
-                                "bmp", "gif", "webp", "jp2", "ico",  "wbmp", "svg"};
+const char* const kSources[] = {"png",  "jpg", "tiff", "bmp",  "gif",
+                                "webp", "jp2", "ico",  "wbmp", "svg"};
 
 bool isBilevel(const std::string& ext) {
     return ext == "wbmp";
 }
 
 bool hasTransparentCorner(const std::string& ext) {
-    return ext == "png" || ext == "tiff" || ext == "tif" || ext == "gif" || ext == "webp" ||
-           ext == "jp2" || ext == "ico";
+    return ext == "png" || ext == "tiff" || ext == "gif" || ext == "webp" || ext == "jp2" ||
+           ext == "ico";
 }
 
 void expectColours(const std::string& source, const std::string& written, const Target& target) {
@@ -82,100 +82,40 @@ TEST(ImageFile, ConvertsEverySourceFormatToEveryTarget) {
     }
 }
 
-TEST(ImageFile, IcnsFilesGiveTheirLargestPictureForAnyTarget) {
+// A write replaces what was there whole, with the usual permissions; a failed one answers false,
+// keeps what was there and leaves no temporary behind.
+TEST(ImageFile, WritesReplaceWholeOrNotAtAll) {
     TempDir dir;
-    auto pngChunk = [](const char* type, const vips::VImage& image) {
-        void* buffer = nullptr;
-        std::size_t size = 0;
-        image.write_to_buffer(".png", &buffer, &size);
-        media::icns::Chunk chunk{
-            type, std::vector<std::uint8_t>(static_cast<std::uint8_t*>(buffer),
-                                            static_cast<std::uint8_t*>(buffer) + size)};
-        g_free(buffer);
-        return chunk;
-    };
-    const vips::VImage big = sampleImage();
-    const auto bytes =
-        media::icns::encode({pngChunk("icp4", big.resize(0.25)), pngChunk("ic07", big),
-                             pngChunk("icp5", big.resize(0.5))});
-    const std::string source = dir.write("App.icns", std::string(bytes.begin(), bytes.end()));
-    const auto image = media::loadImage(source);
-    ASSERT_TRUE(image.has_value());
-    EXPECT_EQ(image->width(), kSampleWidth);
-    ASSERT_TRUE(media::saveImageWithExt(*image, "GIF", dir / "App.gif"));
-    EXPECT_EQ(identify(dir / "App.gif"), "GIF 64x48");
-    EXPECT_FALSE(media::loadImage(dir.write("fake.icns", "icns but not really")).has_value());
-}
-
-TEST(ImageFile, SequentialLoadSavesOnce) {
-    TempDir dir;
-    const std::string source = dir / "big.jpg";
-    ASSERT_TRUE(writeSample(source));
-    const auto image = media::loadImage(source, media::ImageAccess::Sequential);
-    ASSERT_TRUE(image.has_value());
-    ASSERT_TRUE(media::saveImageWithExt(*image, "TIFF", dir / "big.tiff"));
-    EXPECT_EQ(identify(dir / "big.tiff"), "TIFF 64x48");
-}
-
-TEST(ImageFile, KeysChooseTheEncodingCaseInsensitivelyWithPngForTheRest) {
-    TempDir dir;
-    const vips::VImage image = sampleImage();
-    const std::pair<const char*, const char*> cases[] = {
-        {"jpg", "JPEG"}, {"JPEG", "JPEG"}, {"Bmp", "BMP"}, {"tif", "PNG"},
-        {"webp", "PNG"}, {"PDF", "PNG"},   {"", "PNG"},    {"gif", "GIF"},
-    };
-    for (const auto& [key, format] : cases) {
-        const std::string out = dir / (std::string("key-") + key + ".out");
-        ASSERT_TRUE(media::saveImageWithExt(image, key, out)) << key;
-        EXPECT_THAT(identify(out), StartsWith(std::string(format) + " ")) << key;
-    }
-}
-
-TEST(ImageFile, ReplacesAnExistingFileWholeAndLeavesNoTemporaryBehind) {
-    TempDir dir;
-    const std::string out = dir.write("photo.png", "old contents that are not an image");
-    ASSERT_TRUE(media::saveImageWithExt(sampleImage(), "PNG", out));
-    EXPECT_EQ(identify(out), "PNG 64x48");
-    int entries = 0;
-    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(dir.path()))
-        ++entries;
-    EXPECT_EQ(entries, 1);
-}
-
-TEST(ImageFile, NewFilesGetTheUsualPermissions) {
-    TempDir dir;
+    const std::string out = dir.write("photo.jpeg", "old contents that are not an image");
     const mode_t previous = ::umask(022);
-    const bool saved = media::saveImageWithExt(sampleImage(), "JPEG", dir / "a.jpeg");
+    const bool saved = media::saveImageWithExt(sampleImage(), "JPEG", out);
     ::umask(previous);
     ASSERT_TRUE(saved);
+    EXPECT_EQ(identify(out), "JPEG 64x48");
     struct stat info {};
-    ASSERT_EQ(::stat((dir / "a.jpeg").c_str(), &info), 0);
+    ASSERT_EQ(::stat(out.c_str(), &info), 0);
     EXPECT_EQ(info.st_mode & 0777, 0644u);
-}
 
-TEST(ImageFile, FailedWritesAnswerFalseAndKeepTheOldFile) {
-    TempDir dir;
     EXPECT_FALSE(media::saveImageWithExt(sampleImage(), "PNG", dir / "missing/folder/a.png"));
     EXPECT_FALSE(media::saveImageWithExt(vips::VImage(), "PNG", dir / "empty.png"));
-    EXPECT_FALSE(exists(dir / "empty.png"));
-
+    EXPECT_FALSE(media::saveImageWithExt(media::resampledImage(sampleImage(), 0, 10), "PNG",
+                                         dir / "none.png"));
     const std::string folder = dir.mkdir("taken.png");
     dir.write("taken.png/inside", "keep me");
     EXPECT_FALSE(media::saveImageWithExt(sampleImage(), "PNG", folder));
     EXPECT_EQ(readFile(folder + "/inside"), "keep me");
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), {}), 1);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), {}), 2);
 }
 
 TEST(ImageFile, FilesThatAreNotImagesDoNotLoad) {
     TempDir dir;
-    EXPECT_FALSE(media::loadImage(dir / "absent.png").has_value());
-    EXPECT_FALSE(media::loadImage(dir.write("text.png", "just some words\n")).has_value());
-    EXPECT_FALSE(media::loadImage(dir.write("empty.jpg", "")).has_value());
     std::string noise(4096, '\0');
     for (std::size_t i = 0; i < noise.size(); ++i)
         noise[i] = static_cast<char>(i * 7919 % 251);
-    EXPECT_FALSE(media::loadImage(dir.write("noise.gif", noise)).has_value());
-    EXPECT_FALSE(media::loadImage(dir.mkdir("folder.png")).has_value());
+    for (const std::string& path :
+         {dir / "absent.png", dir.write("text.png", "just some words\n"), dir.write("empty.jpg"),
+          dir.write("noise.gif", noise), dir.mkdir("folder.png")})
+        EXPECT_FALSE(media::loadImage(path).has_value()) << path;
 }
 
 TEST(ImageFile, ResamplesToExactSizesKeepingTransparency) {
@@ -185,19 +125,12 @@ TEST(ImageFile, ResamplesToExactSizesKeepingTransparency) {
         const vips::VImage resized = media::resampledImage(square, width, height);
         EXPECT_EQ(resized.width(), width);
         EXPECT_EQ(resized.height(), height);
-        EXPECT_TRUE(resized.has_alpha());
     }
     const std::string out = dir / "icon.png";
     ASSERT_TRUE(media::saveImageWithExt(media::resampledImage(square, 480, 480), "PNG", out));
     EXPECT_EQ(alphaAt(out, 5, 5), 0);
     EXPECT_EQ(alphaAt(out, 300, 300), 255);
     EXPECT_GT(pixelAt(out, 300, 300).red, 250);
-}
-
-TEST(ImageFile, ResamplingToNoSizeGivesAnImageThatDoesNotSave) {
-    TempDir dir;
-    const vips::VImage none = media::resampledImage(sampleImage(), 0, 10);
-    EXPECT_FALSE(media::saveImageWithExt(none, "PNG", dir / "none.png"));
 }
 
 } // namespace

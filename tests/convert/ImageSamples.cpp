@@ -3,9 +3,7 @@
 #include "media/ImageFile.h"
 #include "support_files/TestSupport.h"
 
-#include <cstdio>
 #include <fstream>
-#include <vector>
 
 namespace px::test {
 namespace {
@@ -67,33 +65,6 @@ bool writeSample(const std::string& path) {
         vips_error_clear();
         return false;
     }
-}
-
-void writeBlankPdf(const std::string& path, int pages) {
-    std::vector<std::string> objects{"<< /Type /Catalog /Pages 2 0 R >>"};
-    std::string kids;
-    for (int page = 0; page < pages; ++page)
-        kids += std::to_string(3 + page) + " 0 R ";
-    objects.push_back("<< /Type /Pages /Kids [" + kids + "] /Count " + std::to_string(pages) +
-                      " >>");
-    for (int page = 0; page < pages; ++page)
-        objects.push_back("<< /Type /Page /Parent 2 0 R /MediaBox [0 0 72 48] >>");
-    std::string pdf = "%PDF-1.4\n";
-    std::vector<std::size_t> offsets;
-    for (std::size_t i = 0; i < objects.size(); ++i) {
-        offsets.push_back(pdf.size());
-        pdf += std::to_string(i + 1) + " 0 obj\n" + objects[i] + "\nendobj\n";
-    }
-    const std::size_t xref = pdf.size();
-    pdf += "xref\n0 " + std::to_string(objects.size() + 1) + "\n0000000000 65535 f \n";
-    for (std::size_t offset : offsets) {
-        char line[24];
-        std::snprintf(line, sizeof line, "%010zu 00000 n \n", offset);
-        pdf += line;
-    }
-    pdf += "trailer\n<< /Size " + std::to_string(objects.size() + 1) +
-           " /Root 1 0 R >>\nstartxref\n" + std::to_string(xref) + "\n%%EOF\n";
-    std::ofstream(path, std::ios::binary) << pdf;
 }
 
 Rgb pixelAt(const std::string& path, int x, int y) {

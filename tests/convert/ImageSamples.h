@@ -22,8 +22,6 @@ bool writeSample(const std::string& path);
 struct Rgb {
     int red = 0, green = 0, blue = 0;
 };
-// Writes a PDF of `pages` blank pages, each 72 x 48 points.
-void writeBlankPdf(const std::string& path, int pages);
 
 // The colour of one pixel of the image file at path, read back with libvips; alpha dropped.
 Rgb pixelAt(const std::string& path, int x, int y);
