@@ -2,7 +2,6 @@
 
 #include "support_files/TestSupport.h"
 
-#include <cerrno>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -10,16 +9,6 @@ using namespace px;
 using namespace px::test;
 
 namespace {
-
-TEST(FreeNameMoveTest, AFreeTargetIsUsedAsItIs) {
-    TempDir dir;
-    std::string from = dir.write("a.txt", "a");
-    auto landed = moveToFreeName(from, dir / "b.txt");
-    ASSERT_FALSE(landed.isError()) << landed.error().message;
-    EXPECT_EQ(landed.value(), dir / "b.txt");
-    EXPECT_EQ(readFile(dir / "b.txt"), "a");
-    EXPECT_FALSE(exists(from));
-}
 
 TEST(FreeNameMoveTest, ATakenTargetIsNeverReplacedAndTheExtensionKeepsItsCase) {
     TempDir dir;
@@ -42,21 +31,6 @@ TEST(FreeNameMoveTest, ATakenTargetIsNeverReplacedAndTheExtensionKeepsItsCase) {
     EXPECT_EQ(moveToFreeName(dir.mkdir("src/empty"), emptyTarget).value(), dir / "out/empty-1");
     ASSERT_EQ(::symlink("nowhere", (dir / "out/link").c_str()), 0);
     EXPECT_EQ(moveToFreeName(dir.write("link", "l"), dir / "out/link").value(), dir / "out/link-1");
-}
-
-TEST(FreeNameMoveTest, FailuresLeaveTheItemWhereItWas) {
-    TempDir dir;
-    auto missing = moveToFreeName(dir / "gone", dir / "there");
-    ASSERT_TRUE(missing.isError());
-    EXPECT_EQ(missing.error().code, ENOENT);
-    EXPECT_FALSE(exists(dir / "there"));
-
-    std::string folder = dir.mkdir("f");
-    dir.write("f/x", "x");
-    auto intoItself = moveToFreeName(folder, dir / "f/inner");
-    ASSERT_TRUE(intoItself.isError());
-    EXPECT_NE(intoItself.error().message.find(folder), std::string::npos);
-    EXPECT_EQ(readFile(dir / "f/x"), "x");
 }
 
 } // namespace

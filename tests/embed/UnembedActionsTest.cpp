@@ -22,54 +22,43 @@ class UnembedActionsTest : public EmbedFixture {
     }
 };
 
+// Entries move up beside the folder under free names (also one named like the folder itself),
+// nested folders whole; hidden entries go with the folder.
 TEST_F(UnembedActionsTest, EntriesMoveUpUnderFreeNamesAndHiddenOnesGoWithTheFolder) {
     work.write("x.txt", "outer");
-    std::string box = work.mkdir("box");
-    work.write("box/x.txt", "inner");
-    work.write("box/sub/deep", "deep");
-    work.write("box/.secret", "hidden");
+    std::string box = work.mkdir("a \"$(touch pwned)\" box");
+    work.write("a \"$(touch pwned)\" box/x.txt", "inner");
+    work.write("a \"$(touch pwned)\" box/a \"$(touch pwned)\" box", "same name");
+    work.write("a \"$(touch pwned)\" box/sub/deep", "deep");
+    work.write("a \"$(touch pwned)\" box/.secret", "hidden");
     ASSERT_TRUE(unembed({box}));
     EXPECT_EQ(readFile(work / "x.txt"), "outer");
     EXPECT_EQ(readFile(work / "x-1.txt"), "inner");
     EXPECT_EQ(readFile(work / "sub/deep"), "deep");
-    EXPECT_FALSE(exists(box));
-    EXPECT_EQ(entries(work.path()), (Names{"sub", "x-1.txt", "x.txt"}));
+    EXPECT_EQ(readFile(box + "-1"), "same name");
+    EXPECT_EQ(entries(work.path()),
+              (Names{"a \"$(touch pwned)\" box-1", "sub", "x-1.txt", "x.txt"}));
     EXPECT_TRUE(ui->alerts().empty());
 }
 
-TEST_F(UnembedActionsTest, AnEntryNamedLikeItsFolderTakesTheNextFreeName) {
-    std::string box = work.mkdir("box");
-    work.write("box/box", "same name");
-    ASSERT_TRUE(unembed({box}));
-    EXPECT_EQ(readFile(work / "box-1"), "same name");
-    EXPECT_FALSE(exists(box));
-}
-
+// Folders with nothing visible stay with a tip each; files and vanished folders are passed over;
+// the next folder is still dissolved.
 TEST_F(UnembedActionsTest, FoldersWithoutVisibleEntriesAreKeptWithATipAndTheNextStillGoes) {
-    std::string empty = work.mkdir("empty");
-    std::string dotted = work.mkdir("dotted");
+    std::string empty = work.mkdir("empty"), dotted = work.mkdir("dotted");
     work.write("dotted/.keep", "k");
+    std::string gone = work.mkdir("gone");
+    work.write("gone/a");
     std::string full = work.mkdir("full");
     work.write("full/f", "f");
     std::string plainFile = work.write("plain", "p");
-    ASSERT_TRUE(unembed({empty, plainFile, dotted, full}));
+    ASSERT_TRUE(unembed({empty, plainFile, gone, dotted, full},
+                        [&] { std::filesystem::remove_all(gone); }));
     EXPECT_EQ(alertTexts(), (Names{localized("Empty Folder Tip"), localized("Empty Folder Tip")}));
     EXPECT_TRUE(exists(empty));
     EXPECT_EQ(readFile(dotted + "/.keep"), "k");
     EXPECT_EQ(readFile(work / "f"), "f");
-    EXPECT_FALSE(exists(full));
+    EXPECT_FALSE(exists(full) || exists(gone) || exists(work / "a"));
     EXPECT_EQ(readFile(plainFile), "p");
-}
-
-TEST_F(UnembedActionsTest, AVanishedFolderIsPassedOver) {
-    std::string gone = work.mkdir("gone");
-    work.write("gone/a");
-    std::string kept = work.mkdir("kept");
-    work.write("kept/b", "b");
-    ASSERT_TRUE(unembed({gone, kept}, [&] { std::filesystem::remove_all(gone); }));
-    EXPECT_EQ(readFile(work / "b"), "b");
-    EXPECT_FALSE(exists(kept));
-    EXPECT_TRUE(ui->alerts().empty());
 }
 
 TEST_F(UnembedActionsTest, AFailedMoveEndsTheActionAndLeavesEachItemWhereItIs) {
@@ -88,15 +77,6 @@ TEST_F(UnembedActionsTest, AFailedMoveEndsTheActionAndLeavesEachItemWhereItIs) {
     EXPECT_EQ(readFile(work / longest), "outer");
     EXPECT_EQ(entries(first), (Names{".h", longest}));
     EXPECT_EQ(entries(second), Names{"b"});
-}
-
-TEST_F(UnembedActionsTest, NamesWithQuotesAndCommandTextMoveAsTheyAre) {
-    std::string box = work.mkdir("a \"$(touch pwned)\" box");
-    work.write("a \"$(touch pwned)\" box/it's `id`.txt", "odd");
-    ASSERT_TRUE(unembed({box}));
-    EXPECT_EQ(readFile(work / "it's `id`.txt"), "odd");
-    EXPECT_FALSE(exists(box));
-    EXPECT_FALSE(exists(work / "pwned"));
 }
 
 TEST_F(UnembedActionsTest, TheHomeFolderIsNeverDissolved) {

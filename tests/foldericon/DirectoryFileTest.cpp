@@ -1,12 +1,9 @@
 #include "actions/DirectoryFile.h"
 
-#include "support_files/TestSupport.h"
-
 #include <gtest/gtest.h>
 
 using namespace px;
 using namespace px::directoryfile;
-using px::test::TempDir;
 
 namespace {
 
@@ -45,30 +42,6 @@ TEST(DirectoryFileText, ValuesAreEscapedSoAnyPathReadsBack) {
     EXPECT_EQ(escapedValue("/plain/a b.svg"), "/plain/a b.svg");
     EXPECT_EQ(escapedValue(" lead\\back\nline\ttab\r"), "\\slead\\\\back\\nline\\ttab\\r");
     EXPECT_EQ(withIcon("", "/a\nb=[x]"), "[Desktop Entry]\nIcon=/a\\nb=[x]\n");
-}
-
-TEST(DirectoryFileEdits, SetAndRemoveOnRealFolders) {
-    TempDir dir;
-    const std::string folder = dir.mkdir("f");
-    ASSERT_FALSE(setIcon(folder, "/x.svg").isError());
-    EXPECT_EQ(test::readFile(folder + "/.directory"), "[Desktop Entry]\nIcon=/x.svg\n");
-    ASSERT_FALSE(removeIcon(folder).isError());
-    EXPECT_FALSE(test::exists(folder + "/.directory"));
-    EXPECT_FALSE(removeIcon(folder).isError()); // nothing to take away
-
-    const std::string file = dir.write("plain.txt", "x");
-    EXPECT_TRUE(setIcon(file, "/x.svg").isError());
-    EXPECT_TRUE(setIcon(dir / "gone", "/x.svg").isError());
-    EXPECT_FALSE(test::exists(dir / "gone"));
-}
-
-TEST(DirectoryFileEdits, AnUnreadableFileIsLeftAlone) {
-    TempDir dir;
-    const std::string folder = dir.mkdir("f");
-    dir.write("f/.directory/inside", "kept"); // a folder where the file should be
-    EXPECT_TRUE(setIcon(folder, "/x.svg").isError());
-    EXPECT_TRUE(removeIcon(folder).isError());
-    EXPECT_EQ(test::readFile(folder + "/.directory/inside"), "kept");
 }
 
 } // namespace

@@ -4,6 +4,8 @@
 #include "actions/FileHash.h"
 #include "extension/ExtensionFixture.h"
 
+#include <functional>
+
 namespace px::test {
 
 // A real FinderSync over fakes of the desktop with the factory folder icons in the store, so a
@@ -22,11 +24,14 @@ class FolderIconFixture : public ExtensionFixture {
         const MenuEntry* parent = find(menu, "Folder Icon");
         return parent ? parent->children : std::vector<MenuEntry>{};
     }
-    // Picks the submenu entry with the key; false when the submenu does not offer it.
-    bool chooseIcon(const std::vector<std::string>& paths, const std::string& key) {
+    // Picks the submenu entry with the key, after `beforeChoosing` changed the files (the user
+    // was slow); false when the submenu does not offer it.
+    bool chooseIcon(const std::vector<std::string>& paths, const std::string& key,
+                    const std::function<void()>& beforeChoosing = {}) {
         const auto children = iconMenu(paths);
         const MenuEntry* entry = find(children, key);
         if (!entry) return false;
+        if (beforeChoosing) beforeChoosing();
         sync.onMenuItemAction(entry->tag);
         queue::runUntilIdle();
         return true;
