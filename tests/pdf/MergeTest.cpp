@@ -7,7 +7,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 #include <unistd.h>
 
 namespace px::media {
@@ -15,7 +14,6 @@ namespace {
 
 using test::folderNames;
 using test::makeImage;
-using test::pdfPageCount;
 using test::pdfPageSizes;
 using test::pdfText;
 using test::readFile;
@@ -51,27 +49,24 @@ class MergeTest : public ::testing::Test {
 };
 
 TEST_F(MergeTest, OneImageBecomesOnePageOfItsSizeNamedAfterIt) {
-    mergeToPDF({image("a.png", "40x30")});
-    EXPECT_THAT(folderNames(dir.path()), ElementsAre("a.pdf", "a.png"));
-    EXPECT_TRUE(test::passesQpdfCheck(dir / "a.pdf"));
-    EXPECT_THAT(pdfPageSizes(dir / "a.pdf"), ElementsAre("40 x 30"));
-    const std::string page = rendered(dir / "a.pdf");
-    EXPECT_THAT(test::pixelAt(page, 20, 15), ElementsAre(255, 0, 0));
+    const std::string name = "it's \"$(touch pwned)\" `id`";
+    mergeToPDF({image(name + ".png", "40x30")});
+    const std::string merged = dir / (name + ".pdf");
+    EXPECT_THAT(folderNames(dir.path()), ElementsAre(name + ".pdf", name + ".png"));
+    EXPECT_TRUE(test::passesQpdfCheck(merged));
+    EXPECT_THAT(pdfPageSizes(merged), ElementsAre("40 x 30"));
+    EXPECT_THAT(test::pixelAt(rendered(merged), 20, 15), ElementsAre(255, 0, 0));
 }
 
+// Several items, or one document of several pages, make "Untitled", under a free name.
 TEST_F(MergeTest, SeveralPagesMakeAnUntitledDocumentWithAUniqueName) {
     const std::vector<std::string> images{image("a.png", "40x30"), image("b.png", "20x50", "blue")};
     mergeToPDF(images);
     EXPECT_THAT(pdfPageSizes(dir / "Untitled.pdf"), ElementsAre("40 x 30", "20 x 50"));
     const std::string first = readFile(dir / "Untitled.pdf");
-    mergeToPDF(images);
-    EXPECT_EQ(pdfPageCount(dir / "Untitled-1.pdf"), 2);
-    EXPECT_EQ(readFile(dir / "Untitled.pdf"), first) << "the earlier result stays";
-}
-
-TEST_F(MergeTest, OneMultiPageDocumentAloneIsAlsoUntitled) {
     mergeToPDF({textPdf("report.pdf", {"One", "Two"})});
-    EXPECT_EQ(pdfPageCount(dir / "Untitled.pdf"), 2);
+    EXPECT_EQ(pdfPageSizes(dir / "Untitled-1.pdf").size(), 2u);
+    EXPECT_EQ(readFile(dir / "Untitled.pdf"), first) << "the earlier result stays";
 }
 
 TEST_F(MergeTest, OnePagePdfAloneGoesToAUniqueVariantNeverOverTheSource) {
@@ -83,22 +78,22 @@ TEST_F(MergeTest, OnePagePdfAloneGoesToAUniqueVariantNeverOverTheSource) {
     EXPECT_THAT(pdfText(dir / "x-1.pdf"), HasSubstr("Only page"));
 }
 
+// Missing, broken, locked and foreign items are passed over; the first readable item names the
+// result, and with none nothing is written.
 TEST_F(MergeTest, UnreadableItemsAreSkippedAndTheFirstReadableOneNamesTheResult) {
     dir.write("broken.pdf", "%PDF-1.4 this is not a PDF document");
     dir.write("broken.png", "not an image");
     dir.write("notes.txt", "plain text");
-    mergeToPDF({dir / "missing.png", dir / "broken.pdf", dir / "broken.png", dir / "notes.txt",
-                image("b.png", "10x10")});
-    EXPECT_THAT(folderNames(dir.path()),
-                ElementsAre("b.pdf", "b.png", "broken.pdf", "broken.png", "notes.txt"));
-    EXPECT_EQ(pdfPageCount(dir / "b.pdf"), 1);
-}
-
-TEST_F(MergeTest, NothingReadableOrNothingGivenWritesNothing) {
-    dir.write("broken.png", "not an image");
+    const std::string plain = textPdf("plain.pdf", {"Secret"});
+    test::outputOf({"qpdf", "--encrypt", "user", "owner", "256", "--", plain, dir / "locked.pdf"});
+    ::unlink(plain.c_str());
     mergeToPDF({dir / "missing.pdf", dir / "broken.png"});
     mergeToPDF({});
-    EXPECT_THAT(folderNames(dir.path()), ElementsAre("broken.png"));
+    EXPECT_THAT(folderNames(dir.path()),
+                ElementsAre("broken.pdf", "broken.png", "locked.pdf", "notes.txt"));
+    mergeToPDF({dir / "missing.png", dir / "broken.pdf", dir / "locked.pdf", dir / "broken.png",
+                dir / "notes.txt", image("b.png", "10x10")});
+    EXPECT_EQ(pdfPageSizes(dir / "b.pdf").size(), 1u);
 }
 
 TEST_F(MergeTest, PdfPagesAreCopiedWithTheirTextNotRasterised) {
@@ -106,7 +101,6 @@ TEST_F(MergeTest, PdfPagesAreCopiedWithTheirTextNotRasterised) {
                 textPdf("c.pdf", {"Gamma one"})});
     const std::string merged = dir / "Untitled.pdf";
     EXPECT_TRUE(test::passesQpdfCheck(merged));
-    EXPECT_EQ(pdfPageCount(merged), 4);
     EXPECT_THAT(pdfPageSizes(merged),
                 ElementsAre("612 x 792", "612 x 792", "30 x 30", "612 x 792"));
     EXPECT_THAT(pdfText(merged), ::testing::MatchesRegex("Alpha one.*Alpha two.*Gamma one.*"));
@@ -114,19 +108,6 @@ TEST_F(MergeTest, PdfPagesAreCopiedWithTheirTextNotRasterised) {
     // The only image in the document is the picture's.
     std::string images = test::outputOf({"pdfimages", "-list", merged});
     EXPECT_EQ(std::count(images.begin(), images.end(), '\n'), 3) << images;
-}
-
-TEST_F(MergeTest, LinksBetweenCopiedPagesStillReachTheirTarget) {
-    test::SamplePdfOptions linked;
-    linked.linkToLast = true;
-    mergeToPDF({textPdf("b.pdf", {"Beta"}), textPdf("a.pdf", {"A1", "A2", "A3"}, linked)});
-    const auto json = nlohmann::json::parse(test::outputOf(
-        {"qpdf", "--json=1", "--json-key=pages", "--json-key=objects", dir / "Untitled.pdf"}));
-    const auto& pages = json["pages"];
-    ASSERT_EQ(pages.size(), 4u);
-    const auto& page = json["objects"][pages[1]["object"].get<std::string>()];
-    const auto& link = json["objects"][page["/Annots"][0].get<std::string>()];
-    EXPECT_EQ(link["/Dest"][0], pages[3]["object"]) << link.dump();
 }
 
 TEST_F(MergeTest, JpegDataIsEmbeddedAsStored) {
@@ -179,25 +160,11 @@ TEST_F(MergeTest, TurnedPhotosAreSetUpright) {
     EXPECT_THAT(pdfPageSizes(dir / "turned.pdf"), ElementsAre("48 x 64"));
 }
 
-TEST_F(MergeTest, NamesWithQuotesAndCommandTextAreOrdinaryNames) {
-    const std::string name = "it's \"$(touch pwned)\" `id`";
-    mergeToPDF({image(name + ".png", "8x8")});
-    EXPECT_EQ(pdfPageCount(dir / (name + ".pdf")), 1);
-    EXPECT_FALSE(test::exists(dir / "pwned"));
-}
-
-TEST_F(MergeTest, PasswordProtectedDocumentIsSkipped) {
-    const std::string plain = textPdf("plain.pdf", {"Secret"});
-    test::outputOf({"qpdf", "--encrypt", "user", "owner", "256", "--", plain, dir / "locked.pdf"});
-    mergeToPDF({dir / "locked.pdf", image("b.png", "10x10")});
-    EXPECT_EQ(pdfPageCount(dir / "b.pdf"), 1);
-}
-
 TEST_F(MergeTest, UntitledFollowsTheUsersLanguage) {
     ScopedEnv chinese("LANG", "zh_CN.UTF-8");
     resetLocalizationForTesting();
     mergeToPDF({image("a.png", "10x10"), image("b.png", "10x10")});
-    EXPECT_EQ(pdfPageCount(dir / (localized("Untitled") + ".pdf")), 2);
+    EXPECT_EQ(pdfPageSizes(dir / (localized("Untitled") + ".pdf")).size(), 2u);
     EXPECT_NE(localized("Untitled"), "Untitled");
 }
 
@@ -217,7 +184,7 @@ TEST_F(MergeTest, LongListsOfDocumentsAreMergedInOrder) {
             textPdf("part" + std::to_string(i) + ".pdf", {"Part " + std::to_string(i)}));
     mergeToPDF(sources);
     const std::string merged = dir / "Untitled.pdf";
-    EXPECT_EQ(pdfPageCount(merged), 230);
+    EXPECT_EQ(pdfPageSizes(merged).size(), 230u);
     const std::string text = pdfText(merged);
     EXPECT_LT(text.find("Part 0\n"), text.find("Part 229\n"));
     EXPECT_TRUE(test::passesQpdfCheck(merged));

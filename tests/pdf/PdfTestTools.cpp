@@ -37,11 +37,6 @@ std::vector<std::string> pdfinfoValues(const std::string& pdf, const std::string
 
 } // namespace
 
-int pdfPageCount(const std::string& pdf) {
-    auto values = pdfinfoValues(pdf, "Pages:", {});
-    return values.empty() ? -1 : std::stoi(values.front());
-}
-
 std::vector<std::string> pdfPageSizes(const std::string& pdf) {
     std::vector<std::string> sizes;
     for (const std::string& value : pdfinfoValues(pdf, "Page ", {"-f", "1", "-l", "9999"})) {

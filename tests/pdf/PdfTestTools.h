@@ -10,7 +10,6 @@ namespace px::test {
 // Fails the current test (and answers an empty output) when the program does not exit 0.
 std::string outputOf(const std::vector<std::string>& argv);
 
-int pdfPageCount(const std::string& pdf);
 // The width and height in points of every page, as pdfinfo prints them ("40 x 30").
 std::vector<std::string> pdfPageSizes(const std::string& pdf);
 std::string pdfText(const std::string& pdf);

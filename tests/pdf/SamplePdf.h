@@ -1,8 +1,7 @@
 #pragma once
 
 // Small PDF documents written by hand for tests and benchmarks: letter-size pages with a line of
-// Helvetica text each (optionally many more lines and some filled shapes), and optionally a
-// link on the first page to the last one.
+// Helvetica text each, optionally many more lines and some filled shapes.
 #include <cstddef>
 #include <fstream>
 #include <string>
@@ -11,10 +10,9 @@
 namespace px::test {
 
 struct SamplePdfOptions {
-    int extraLines = 0;      // lines of filler text under the title of every page
-    int shapes = 0;          // filled, stroked curves drawn behind the text
-    bool linkToLast = false; // a link annotation on page 1 that goes to the last page
-    int width = 612;         // page size in points
+    int extraLines = 0; // lines of filler text under the title of every page
+    int shapes = 0;     // filled, stroked curves drawn behind the text
+    int width = 612;    // page size in points
     int height = 792;
 };
 
@@ -51,7 +49,6 @@ inline std::string samplePdf(const std::vector<std::string>& titles,
                              const SamplePdfOptions& options = {}) {
     const int count = static_cast<int>(titles.size());
     auto pageObject = [](int i) { return 4 + 2 * i; };
-    const int linkObject = 4 + 2 * count;
     std::vector<std::string> objects;
     objects.push_back("<< /Type /Catalog /Pages 2 0 R >>");
     std::string kids;
@@ -61,21 +58,14 @@ inline std::string samplePdf(const std::vector<std::string>& titles,
                       " >>");
     objects.push_back("<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>");
     for (int i = 0; i < count; ++i) {
-        std::string annots = (options.linkToLast && i == 0 && count > 0)
-                                 ? " /Annots [" + std::to_string(linkObject) + " 0 R]"
-                                 : "";
         objects.push_back("<< /Type /Page /Parent 2 0 R /MediaBox [0 0 " +
                           std::to_string(options.width) + " " + std::to_string(options.height) +
                           "] /Resources << /Font << /F1 3 0 R >> >> /Contents " +
-                          std::to_string(pageObject(i) + 1) + " 0 R" + annots + " >>");
+                          std::to_string(pageObject(i) + 1) + " 0 R >>");
         const std::string content = samplePageContent(titles[i], options);
         objects.push_back("<< /Length " + std::to_string(content.size()) + " >>\nstream\n" +
                           content + "\nendstream");
     }
-    if (options.linkToLast && count > 0)
-        objects.push_back("<< /Type /Annot /Subtype /Link /Rect [72 700 300 740] /Border [0 0 0] "
-                          "/Dest [" +
-                          std::to_string(pageObject(count - 1)) + " 0 R /Fit] >>");
     std::string pdf = "%PDF-1.4\n%\xE2\xE3\xCF\xD3\n";
     std::vector<std::size_t> offsets;
     for (std::size_t i = 0; i < objects.size(); ++i) {
