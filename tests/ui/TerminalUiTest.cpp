@@ -24,6 +24,9 @@ class TerminalUiTest : public ::testing::Test {
     void TearDown() override {
         if (m_readEnd >= 0) ::close(m_readEnd);
     }
+    bool shown(const std::string& text) const {
+        return prompts.str().find(text) != std::string::npos;
+    }
 
     std::ostringstream prompts;
 
@@ -34,19 +37,16 @@ class TerminalUiTest : public ::testing::Test {
 
 const Ui::Alert kReplace{"Tip", "a.txt exists", {"Keep Both", "Stop", "Replace"}};
 
-TEST_F(TerminalUiTest, AlertListsNumberedButtons) {
-    EXPECT_EQ(typed("3\n").runAlert(kReplace), 1002);
-    EXPECT_NE(prompts.str().find("a.txt exists"), std::string::npos);
-    EXPECT_NE(prompts.str().find("  1) Keep Both\n  2) Stop\n  3) Replace\n"), std::string::npos);
-}
-
-TEST_F(TerminalUiTest, AlertDefaultsToTheFirstButtonAndAsksAgainOnNonsense) {
-    auto& ui = typed("9\nabc\n\r\n");
+TEST_F(TerminalUiTest, AlertListsNumberedButtonsAsksAgainOnNonsenseAndDefaultsToTheFirst) {
+    auto& ui = typed("3\n9\nabc\n\r\n");
+    EXPECT_EQ(ui.runAlert(kReplace), 1002);
+    EXPECT_TRUE(shown("a.txt exists"));
+    EXPECT_TRUE(shown("  1) Keep Both\n  2) Stop\n  3) Replace\n"));
     EXPECT_EQ(ui.runAlert(kReplace), 1000);
-    EXPECT_NE(prompts.str().find("try again"), std::string::npos);
+    EXPECT_TRUE(shown("try again"));
 }
 
-TEST_F(TerminalUiTest, EndOfInputCancels) {
+TEST_F(TerminalUiTest, EndOfInputCancelsEveryPrompt) {
     auto& ui = typed("");
     EXPECT_EQ(ui.runAlert({"Tip", "m", {localized("OK"), localized("Cancel")}}), 1001);
     EXPECT_EQ(ui.runAlert(kReplace), 1002);
@@ -57,17 +57,12 @@ TEST_F(TerminalUiTest, EndOfInputCancels) {
     EXPECT_FALSE(ui.pickColor());
 }
 
-TEST_F(TerminalUiTest, SaveUsesTheProposalOnEmptyInputAndAsksForThePassword) {
-    auto result =
-        typed("\nsecret\n").runSavePanel({"/home/u", "Archive.zip", "", true, {}, {}, {}});
-    ASSERT_TRUE(result);
-    EXPECT_EQ(result->path, "/home/u/Archive.zip");
-    EXPECT_EQ(result->password, "secret");
-    EXPECT_EQ(prompts.str().find("secret"), std::string::npos); // never echoed by us
-}
-
-TEST_F(TerminalUiTest, SaveTakesRelativePathsInThePanelFolder) {
-    auto& ui = typed("other.zip\n/abs/x.zip\n");
+TEST_F(TerminalUiTest, SaveTakesTheProposalOrAPathInThePanelFolderAndAsksForThePassword) {
+    auto& ui = typed("\nsecret\nother.zip\n/abs/x.zip\n");
+    auto first = ui.runSavePanel({"/home/u", "Archive.zip", "", true, {}, {}, {}});
+    ASSERT_TRUE(first);
+    EXPECT_EQ(first->path + " " + first->password, "/home/u/Archive.zip secret");
+    EXPECT_FALSE(shown("secret")) << "never echoed by us";
     EXPECT_EQ(ui.runSavePanel({"/home/u", "a.zip", "", false, {}, {}, {}})->path,
               "/home/u/other.zip");
     EXPECT_EQ(ui.runSavePanel({"/home/u", "a.zip", "", false, {}, {}, {}})->path, "/abs/x.zip");
@@ -79,36 +74,23 @@ TEST_F(TerminalUiTest, SavePanelFileTypeChoice) {
         request.fileTypes.push_back(PXMenuItem::create(key));
     std::vector<std::string> chosen;
     request.onTypeChosen = [&](const PXMenuItem::Ptr& item) { chosen.push_back(item->key); };
-    auto result = typed("2\nnotes.md\n").runSavePanel(request);
-    ASSERT_TRUE(result);
-    EXPECT_EQ(result->path, "/tmp/notes.md");
+    EXPECT_EQ(typed("2\nnotes.md\n").runSavePanel(request)->path, "/tmp/notes.md");
     EXPECT_EQ(chosen, (std::vector<std::string>{"txt", "md"}));
 }
 
-TEST_F(TerminalUiTest, OpenNameEmbed) {
-    auto& ui = typed("\nsub\n\nRenamed\n2\n\n");
+TEST_F(TerminalUiTest, OpenNameEmbedAndColourTakeTheirDefaultsOnAnEmptyLine) {
+    auto& ui = typed("\nsub\n\nRenamed\n2\n\nred\n#FF3300\n1a2b3c\n");
     EXPECT_EQ(ui.runOpenPanel({"/srv", "Authorize", "Allow", false, true}), "/srv");
     EXPECT_EQ(ui.runOpenPanel({"/srv", "Authorize", "Allow", false, true}), "/srv/sub");
     EXPECT_EQ(ui.runNameEntry({"Name", "", "Old", false}), "Old");
     EXPECT_EQ(ui.runNameEntry({"Name", "", "Old", false}), "Renamed");
     auto embed = ui.runEmbedDialog({"New Folder", {"All", "By extension"}});
-    ASSERT_TRUE(embed);
-    EXPECT_EQ(embed->mode, 1);
-    EXPECT_EQ(embed->name, "New Folder");
-}
-
-TEST_F(TerminalUiTest, ColourInHex) {
-    auto& ui = typed("red\n#FF3300\n1a2b3c\n");
+    EXPECT_EQ(std::to_string(embed->mode) + " " + embed->name, "1 New Folder");
     auto first = ui.pickColor();
-    ASSERT_TRUE(first);
-    EXPECT_DOUBLE_EQ(first->red, 1.0);
     EXPECT_DOUBLE_EQ(first->green, 0.2);
-    auto second = ui.pickColor();
-    ASSERT_TRUE(second);
-    EXPECT_DOUBLE_EQ(second->blue, 0x3c / 255.0);
-    EXPECT_FALSE(parseHexColor("#12345"));
-    EXPECT_FALSE(parseHexColor("#1234567"));
-    EXPECT_FALSE(parseHexColor("+12345"));
+    EXPECT_DOUBLE_EQ(ui.pickColor()->blue, 0x3c / 255.0);
+    for (const char* bad : {"#12345", "#1234567", "+12345"})
+        EXPECT_FALSE(parseHexColor(bad)) << bad;
 }
 
 TEST_F(TerminalUiTest, ProgressBarAndSuccess) {
@@ -118,11 +100,8 @@ TEST_F(TerminalUiTest, ProgressBarAndSuccess) {
     ui.progressSetPercent(1.0);
     ui.progressSuccess("Compression Succeeded");
     ui.progressClose();
-    const std::string shown = prompts.str();
-    EXPECT_NE(shown.find("\r["), std::string::npos);
-    EXPECT_NE(shown.find(" 45.7%"), std::string::npos);
-    EXPECT_NE(shown.find("100.0%\nCompression Succeeded\n"), std::string::npos) << shown;
-    EXPECT_TRUE(shown.ends_with("Compression Succeeded\n"));
+    EXPECT_TRUE(shown("\r[") && shown(" 45.7%"));
+    EXPECT_TRUE(prompts.str().ends_with("100.0%\nCompression Succeeded\n")) << prompts.str();
 }
 
 } // namespace
