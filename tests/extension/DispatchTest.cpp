@@ -8,115 +8,75 @@ namespace {
 
 class DispatchTest : public ExtensionFixture {
   protected:
-    // Builds the menu for the selection and picks the entry with the key path given.
-    std::int64_t tagOf(const Menu& menu, std::vector<std::string> path) {
+    // Builds the menu afresh and picks the entry at the key path given, as the file manager does.
+    void pick(std::vector<std::string> path, MenuKind kind = MenuKind::ContextualItems) {
+        Menu menu = sync.menuForMenuKind(kind);
         const Menu* level = &menu;
         const MenuEntry* entry = nullptr;
         for (const auto& key : path) {
             entry = find(*level, key);
-            if (!entry) return -1;
+            ASSERT_TRUE(entry) << key;
             level = &entry->children;
         }
-        return entry->tag;
+        sync.onMenuItemAction(entry->tag);
     }
     RecordingFinderSync sync;
 };
 
-TEST_F(DispatchTest, ChildrenRouteByTheTopItemsKind) {
-    std::string png = work.write("a.png");
-    enable("File Info");
-    select({png}, work.path());
-    Menu menu = sync.menuForMenuKind(MenuKind::ContextualItems);
-    sync.onMenuItemAction(tagOf(menu, {"Convert to", "JPEG"}));
-    menu = sync.menuForMenuKind(MenuKind::ContextualItems);
-    sync.onMenuItemAction(tagOf(menu, {"File Info", "SHA256"}));
-    menu = sync.menuForMenuKind(MenuKind::ContextualItems);
-    sync.onMenuItemAction(tagOf(menu, {"New File", "md"}));
-    menu = sync.menuForMenuKind(MenuKind::ContextualItems);
-    sync.onMenuItemAction(tagOf(menu, {"Common App", "Visual Studio Code"}));
-    EXPECT_EQ(sync.calls, (std::vector<std::string>{"convert:JPEG:5:Convert to", "info:SHA256:2",
-                                                    "new:md", "app:Visual Studio Code:1"}));
-}
-
-TEST_F(DispatchTest, CopyToSelectFolderPassesTheChildAndGrandchildrenWin) {
-    std::string favourite = work.mkdir("fav");
+// The command-line runs route every kind of entry to its action; these are the nested ones.
+TEST_F(DispatchTest, ChildrenRouteByTheTopItemAndEveryUseIsCounted) {
+    const std::string favourite = work.mkdir("fav");
     work.mkdir("fav/inner");
     PXMenuManager::addMenuKey(menukey::kCommonPath,
                               Value::makeDictionary({{"path", Value(favourite)}}), false);
-    std::string a = work.write("a.txt");
-    select({a}, work.path());
-    Menu menu = sync.menuForMenuKind(MenuKind::ContextualItems);
-    sync.onMenuItemAction(tagOf(menu, {"Copy to", "Select Folder"}));
-    menu = sync.menuForMenuKind(MenuKind::ContextualItems);
-    sync.onMenuItemAction(tagOf(menu, {"Move to", favourite, favourite + "/inner"}));
-    menu = sync.menuForMenuKind(MenuKind::ContextualItems);
-    sync.onMenuItemAction(tagOf(menu, {"Move to", favourite, "Current Directory"}));
-    EXPECT_EQ(sync.calls,
-              (std::vector<std::string>{"copy:Select Folder", "move:" + favourite + "/inner",
-                                        "move:" + favourite}));
+    enable("Delete");
+    select({work.write("a.png")}, work.path());
+    const std::vector<std::pair<std::vector<std::string>, std::string>> cases{
+        {{"Convert to", "JPEG"}, "convert:JPEG:5:Convert to"},
+        {{"Common App", "Visual Studio Code"}, "app:Visual Studio Code:1"},
+        {{"Move to", favourite, favourite + "/inner"}, "move:" + favourite + "/inner"},
+        {{"Move to", favourite, "Current Directory"}, "move:" + favourite},
+        {{"Delete"}, "delete"}};
+    for (const auto& [path, call] : cases) {
+        sync.calls.clear();
+        pick(path);
+        EXPECT_EQ(sync.calls, std::vector<std::string>{call});
+    }
+    EXPECT_EQ(suite->integerForKey("Delete"), 1);
+    EXPECT_EQ(suite->integerForKey("use count"), 5);
 }
 
-TEST_F(DispatchTest, TheSettingsEntryOpensSettingsAndCountsNothing) {
-    std::string a = work.write("a.txt");
-    select({a}, work.path());
+TEST_F(DispatchTest, TheSettingsEntryAndTagsOutsideTheMenuCountNothing) {
+    select({work.write("a.txt")}, work.path());
     Menu menu = sync.menuForMenuKind(MenuKind::ContextualItems);
     sync.onMenuItemAction(find(menu, "New File")->children.back().tag);
     EXPECT_EQ(sync.calls, (std::vector<std::string>{"goset"}));
-    EXPECT_EQ(suite->integerForKey("use count"), 0);
-}
-
-TEST_F(DispatchTest, TagsOutsideTheMenuDoNothing) {
-    std::string a = work.write("a.txt");
-    select({a}, work.path());
     for (std::int64_t tag : {0L, 99L, 199L, 1L}) {
-        sync.menuForMenuKind(MenuKind::ContextualItems);
+        sync.menuForMenuKind(MenuKind::ContextualContainer);
         sync.onMenuItemAction(tag);
     }
-    EXPECT_TRUE(sync.calls.empty());
+    EXPECT_EQ(sync.calls.size(), 1u);
     EXPECT_EQ(suite->integerForKey("use count"), 0);
-}
-
-TEST_F(DispatchTest, ItemsWithoutChildrenRouteAndCountTheirUse) {
-    enable("Delete");
-    std::string a = work.write("a.txt");
-    select({a}, work.path());
-    Menu menu = sync.menuForMenuKind(MenuKind::ContextualItems);
-    sync.onMenuItemAction(tagOf(menu, {"Delete"}));
-    menu = sync.menuForMenuKind(MenuKind::ContextualItems);
-    sync.onMenuItemAction(tagOf(menu, {"Copy Path"}));
-    menu = sync.menuForMenuKind(MenuKind::ContextualItems);
-    sync.onMenuItemAction(tagOf(menu, {"Terminal Window"}));
-    menu = sync.menuForMenuKind(MenuKind::ContextualItems);
-    sync.onMenuItemAction(tagOf(menu, {"Hide Selected Files"}));
-    EXPECT_EQ(sync.calls,
-              (std::vector<std::string>{"delete", "copypath", "serve:New Terminal at Folder:-",
-                                        "hide:Hide Selected Files"}));
-    EXPECT_EQ(suite->integerForKey("Delete"), 1);
-    EXPECT_EQ(suite->integerForKey("use count"), 4);
 }
 
 TEST_F(DispatchTest, TheReviewPromptComesAtTheThirdUseUntilAccepted) {
     select({}, work.path());
-    auto useColorPicker = [&] {
-        Menu menu = sync.menuForMenuKind(MenuKind::ContextualContainer);
-        sync.onMenuItemAction(tagOf(menu, {"Color Picker"}));
+    auto use = [&](int times) {
+        for (int i = 0; i < times; ++i)
+            pick({"Color Picker"}, MenuKind::ContextualContainer);
     };
-    ui->answer("button 1001");
-    for (int i = 0; i < 3; ++i)
-        useColorPicker();
-    EXPECT_TRUE(ui->alerts().empty());
+    ui->answers({"button 1001", "button 1000"});
+    use(3);
+    EXPECT_TRUE(ui->alerts().empty()) << "shown a few seconds later";
     queue::runUntilIdle();
     ASSERT_EQ(ui->alerts().size(), 1u);
     EXPECT_EQ(ui->alerts()[0].informative, localized("Review Tip"));
     EXPECT_FALSE(suite->boolForKey("is reviewed"));
-    for (int i = 0; i < 30; ++i)
-        useColorPicker();
-    ui->answer("button 1000");
+    use(30);
     queue::runUntilIdle();
     EXPECT_EQ(ui->alerts().size(), 2u);
     EXPECT_TRUE(suite->boolForKey("is reviewed"));
-    for (int i = 0; i < 30; ++i)
-        useColorPicker();
+    use(30);
     queue::runUntilIdle();
     EXPECT_EQ(ui->alerts().size(), 2u);
 }

@@ -22,12 +22,6 @@ class RecordingFinderSync : public FinderSync {
   public:
     std::vector<std::string> calls;
 
-    void createFileWithItem(const PXMenuItem::Ptr& item) override {
-        calls.push_back("new:" + item->key);
-    }
-    void openCommonPath(const std::string& path, const PXMenuItem::Ptr& item) override {
-        calls.push_back("path:" + path + ":" + (item ? item->key : "-"));
-    }
     void openWithApp(const PXMenuItem::Ptr& item, const std::optional<std::string>&) override {
         calls.push_back("app:" + item->appName + ":" + std::to_string(item->tag));
     }
@@ -35,20 +29,10 @@ class RecordingFinderSync : public FinderSync {
         calls.push_back("convert:" + item->key + ":" + std::to_string(item->tag) + ":" +
                         parent->key);
     }
-    void copyfileInfo(const PXMenuItem::Ptr& item) override {
-        calls.push_back("info:" + item->key + ":" + std::to_string(item->tag));
-    }
     void moveAndCopyItem(const PXMenuItem::Ptr& item, bool isCopy) override {
         calls.push_back(std::string(isCopy ? "copy:" : "move:") + item->key);
     }
-    void openServe(const std::string& serve, const std::optional<std::string>& path) override {
-        calls.push_back("serve:" + serve + ":" + path.value_or("-"));
-    }
     void deletePath() override { calls.push_back("delete"); }
-    void copyPath() override { calls.push_back("copypath"); }
-    void hideAndShowFiles(const PXMenuItem::Ptr& item) override {
-        calls.push_back("hide:" + item->key);
-    }
     void goSet() override { calls.push_back("goset"); }
     void startColorPicker() override { calls.push_back("color"); }
 };

@@ -8,8 +8,6 @@ namespace {
 
 class FakeWorkspace final : public platform::Workspace {
   public:
-    std::vector<std::string> volumes;
-    std::function<void()> onMount;
     bool openURL(const std::string& url) override {
         opened.push_back(url);
         return true;
@@ -17,26 +15,24 @@ class FakeWorkspace final : public platform::Workspace {
     bool revealInFileManager(const std::string&) override { return true; }
     std::vector<std::string> mountedVolumes() override { return volumes; }
     void observeMounts(std::function<void()> handler) override { onMount = std::move(handler); }
-    std::vector<std::string> opened;
+
+    std::vector<std::string> volumes{"/media/usb", "/"}, opened;
+    std::function<void()> onMount;
 };
 
 class StartupTest : public ExtensionFixture {
   protected:
     void SetUp() override {
         ExtensionFixture::SetUp();
-        workspace = std::make_shared<FakeWorkspace>();
         platform::current().workspace = workspace;
     }
-    std::shared_ptr<FakeWorkspace> workspace;
+    std::shared_ptr<FakeWorkspace> workspace = std::make_shared<FakeWorkspace>();
 };
 
-TEST_F(StartupTest, RootIsAlwaysMonitoredAndVolumesOnlyWhenAskedFor) {
-    workspace->volumes = {"/media/usb", "/"};
-    {
-        FinderSync sync;
-        EXPECT_EQ(controller->directoryURLs(), (std::vector<std::string>{"/"}));
-        EXPECT_FALSE(workspace->onMount);
-    }
+TEST_F(StartupTest, RootIsAlwaysMonitoredAndVolumesOnlyWhenAskedForASecondAfterAMount) {
+    { FinderSync sync; }
+    EXPECT_EQ(controller->directoryURLs(), (std::vector<std::string>{"/"}));
+    EXPECT_FALSE(workspace->onMount);
     suite->setBool("pref check3", true);
     FinderSync sync;
     EXPECT_EQ(controller->directoryURLs(), (std::vector<std::string>{"/", "/media/usb"}));
@@ -64,24 +60,25 @@ TEST_F(StartupTest, OnlyAFileManagerSessionClearsTheCutList) {
 
 TEST_F(StartupTest, SelectionFallsBackToTheTargetAndDropsTheRoot) {
     FinderSync sync;
-    select({}, work.path());
-    EXPECT_EQ(sync.selectURLs(), (std::vector<std::string>{work.path()}));
-    sync.selectURLsCache.reset();
-    select({"/", work.path() + "/a"}, work.path());
-    EXPECT_EQ(sync.selectURLs(), (std::vector<std::string>{work.path() + "/a"}));
-    sync.selectURLsCache.reset();
-    select({"/"}, "/");
-    EXPECT_TRUE(sync.selectURLs().empty());
-    sync.selectURLsCache.reset();
-    select({}, "  ");
-    EXPECT_TRUE(sync.selectURLs().empty());
-}
-
-TEST_F(StartupTest, GoingToTheReviewPageRemembersIt) {
-    FinderSync sync;
+    using Paths = std::vector<std::string>;
+    struct Case {
+        Paths selection;
+        std::string target;
+        Paths expected;
+    };
+    const std::string a = work.path() + "/a";
+    const std::vector<Case> cases{{{}, work.path(), {work.path()}},
+                                  {{"/", a}, work.path(), {a}},
+                                  {{"/"}, "/", {}},
+                                  {{}, "  ", {}}};
+    for (const auto& [selection, target, expected] : cases) {
+        sync.selectURLsCache.reset();
+        select(selection, target);
+        EXPECT_EQ(sync.selectURLs(), expected) << target;
+    }
     sync.goReview();
-    ASSERT_EQ(workspace->opened.size(), 1u);
-    EXPECT_TRUE(suite->boolForKey("is reviewed"));
+    EXPECT_EQ(workspace->opened.size(), 1u);
+    EXPECT_TRUE(suite->boolForKey("is reviewed")) << "going to the review page remembers it";
 }
 
 } // namespace
