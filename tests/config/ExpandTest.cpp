@@ -1,9 +1,6 @@
 #include "config/Expand.h"
 
-#include "config/Coercions.h"
-
 #include <gtest/gtest.h>
-#include <limits>
 
 using namespace px::expand;
 using px::plist::Value;
@@ -44,19 +41,6 @@ TEST(SetObjectAtPath, WritesThroughCopiesNeverIntoASharedOriginalAndRefusesDeadE
     Value copy = mutableDeepCopy(dict);
     EXPECT_TRUE(setObjectAtPath(copy, 3, "s/new"));
     EXPECT_EQ(objectAtPath(dict, "s/new"), Value(2));
-}
-
-TEST(Coercions, NumbersFromTextReadTheLeadingIntegerAndSaturate) {
-    const std::vector<std::pair<const char*, std::int64_t>> cases{
-        {"3.7", 3},
-        {"abc", 0},
-        {"  -12kg", -12},
-        {"99999999999999999999", std::numeric_limits<std::int64_t>::max()},
-        {"-9223372036854775808", std::numeric_limits<std::int64_t>::min()}};
-    for (const auto& [text, expected] : cases)
-        EXPECT_EQ(asInteger(text), expected) << text;
-    EXPECT_EQ(asInteger(1e300), std::numeric_limits<std::int64_t>::max());
-    EXPECT_FALSE(asBool("yes")) << "a word has no leading integer";
 }
 
 } // namespace

@@ -1,5 +1,4 @@
 #include "ExtensionFixture.h"
-#include "extension/MenuTag.h"
 #include "extension/PXHelper.h"
 
 using namespace px;
@@ -112,15 +111,6 @@ TEST_F(MenuBuilderTest, CommonPathSubmenuFollowsItsPreference) {
     auto mixed = items(4);
     EXPECT_EQ(mixed[11]->key, "More Files");
     EXPECT_TRUE(mixed[12]->isSepLine());
-}
-
-TEST(MenuTag, PiecesPadOddLengthsAndRoundTrip) {
-    EXPECT_EQ(menutag::pieces(1003), (std::vector<std::string>{"10", "03"}));
-    EXPECT_EQ(menutag::pieces(2), (std::vector<std::string>{"02"}));
-    EXPECT_EQ(menutag::pieces(30211), (std::vector<std::string>{"03", "02", "11"}));
-    EXPECT_EQ(
-        menutag::toTag(menutag::childText(menutag::childText(menutag::topLevelText(3), 1), 10)),
-        30211);
 }
 
 } // namespace
