@@ -24,95 +24,58 @@ std::string attribute(const std::string& path) {
     return size < 0 ? std::string("<none>") : std::string(buffer, static_cast<std::size_t>(size));
 }
 
-TEST(ModeAttributeText, OnlyOctalModesAreRead) {
-    EXPECT_EQ(modeattr::encode(0640), "0640");
-    EXPECT_EQ(modeattr::encode(04755), "4755");
-    EXPECT_EQ(modeattr::decode("0640"), 0640u);
-    EXPECT_EQ(modeattr::decode("7777"), 07777u);
-    for (std::string bad : {"", "0648", "10000", " 644", "644\n", "0x1a4", "0000000644"})
-        EXPECT_EQ(modeattr::decode(bad), std::nullopt) << bad;
-}
-
-TEST(UnlockedMode, SavedWriteBitsComeBackAndTheOwnerCanAlwaysWrite) {
-    EXPECT_EQ(permlock::lockedMode(0640), 0440u);
-    EXPECT_EQ(permlock::lockedMode(04777), 04555u);
-    EXPECT_EQ(permlock::unlockedMode(0440, 0640u), 0640u);
-    EXPECT_EQ(permlock::unlockedMode(0555, 0775u), 0775u);
-    // Read bits the user changed while the item was locked are not undone.
-    EXPECT_EQ(permlock::unlockedMode(0400, 0644u), 0600u);
-    // Without saved bits (no attribute, or a file system without user attributes).
-    EXPECT_EQ(permlock::unlockedMode(0444, std::nullopt), 0644u);
-    EXPECT_EQ(permlock::unlockedMode(0464, std::nullopt), 0664u);
-    // Saved bits that would leave the owner unable to write still unlock.
-    EXPECT_EQ(permlock::unlockedMode(0444, 0444u), 0644u);
-}
-
 class PermissionLockTest : public ::testing::Test {
   protected:
+    std::string item(const std::string& name, unsigned mode) {
+        std::string path = work.write(name, "x");
+        EXPECT_EQ(::chmod(path.c_str(), mode), 0);
+        return path;
+    }
     TempDir work;
 };
 
 TEST_F(PermissionLockTest, LockingAndUnlockingRestoresTheModeExactly) {
-    for (unsigned mode : {0640u, 0666u, 0700u, 0200u}) {
-        std::string file = work.write("f" + std::to_string(mode), "x");
-        ASSERT_EQ(::chmod(file.c_str(), mode), 0);
-        ASSERT_FALSE(permlock::lock(file).isError());
-        EXPECT_EQ(modeOf(file), mode & ~0222u);
-        EXPECT_TRUE(filehash::isLocked(file));
-        EXPECT_EQ(attribute(file), modeattr::encode(mode));
-        ASSERT_FALSE(permlock::unlock(file).isError());
-        EXPECT_EQ(modeOf(file), mode);
-        EXPECT_FALSE(filehash::isLocked(file));
-        EXPECT_EQ(attribute(file), "<none>");
+    std::string folder = work.mkdir("box");
+    ::chmod(folder.c_str(), 0775);
+    for (const std::string& path : {item("a", 0640), item("b", 04777), item("c", 0200), folder}) {
+        SCOPED_TRACE(path);
+        const unsigned mode = modeOf(path);
+        ASSERT_FALSE(permlock::lock(path).isError());
+        ASSERT_FALSE(permlock::lock(path).isError()); // the first saved mode stays
+        EXPECT_EQ(modeOf(path), mode & ~0222u);
+        EXPECT_TRUE(filehash::isLocked(path));
+        EXPECT_EQ(attribute(path), modeattr::encode(mode));
+        ASSERT_FALSE(permlock::unlock(path).isError());
+        EXPECT_EQ(modeOf(path), mode);
+        EXPECT_FALSE(filehash::isLocked(path));
+        EXPECT_EQ(attribute(path), "<none>");
     }
 }
 
-TEST_F(PermissionLockTest, FoldersLockToo) {
-    std::string folder = work.mkdir("box");
-    ASSERT_EQ(::chmod(folder.c_str(), 0775), 0);
-    ASSERT_FALSE(permlock::lock(folder).isError());
-    EXPECT_EQ(modeOf(folder), 0555u);
-    ASSERT_FALSE(permlock::unlock(folder).isError());
-    EXPECT_EQ(modeOf(folder), 0775u);
-}
-
-TEST_F(PermissionLockTest, LockingALockedItemKeepsTheFirstSavedMode) {
-    std::string file = work.write("f", "x");
-    ASSERT_EQ(::chmod(file.c_str(), 0664), 0);
-    ASSERT_FALSE(permlock::lock(file).isError());
-    ASSERT_FALSE(permlock::lock(file).isError());
-    EXPECT_EQ(attribute(file), "0664");
-    ASSERT_FALSE(permlock::unlock(file).isError());
-    EXPECT_EQ(modeOf(file), 0664u);
-}
-
-TEST_F(PermissionLockTest, ItemsLockedByHandOrWithABrokenAttributeGetTheOwnerWriteBack) {
-    std::string byHand = work.write("hand", "x");
-    ASSERT_EQ(::chmod(byHand.c_str(), 0444), 0);
-    ASSERT_FALSE(permlock::unlock(byHand).isError());
-    EXPECT_EQ(modeOf(byHand), 0644u);
-
-    std::string broken = work.write("broken", "x");
+TEST_F(PermissionLockTest, UnlockingWithoutAUsableAttributeGivesTheOwnerWriteBack) {
+    std::string byHand = item("hand", 0444);
+    std::string broken = item("broken", 0440);
     ASSERT_EQ(::setxattr(broken.c_str(), modeattr::kName, "rw-r--r--", 9, 0), 0);
-    ASSERT_EQ(::chmod(broken.c_str(), 0440), 0);
-    ASSERT_FALSE(permlock::unlock(broken).isError());
+    std::string stale = item("stale", 0600);
+    ASSERT_EQ(::setxattr(stale.c_str(), modeattr::kName, "0666", 4, 0), 0);
+    for (const auto& path : {byHand, broken, stale})
+        ASSERT_FALSE(permlock::unlock(path).isError()) << path;
+    EXPECT_EQ(modeOf(byHand), 0644u);
     EXPECT_EQ(modeOf(broken), 0640u);
+    EXPECT_EQ(modeOf(stale), 0600u) << "an unlocked item keeps its mode";
+    // Read bits the user took away while the item was locked are not given back.
+    std::string narrowed = item("narrowed", 0644);
+    ASSERT_FALSE(permlock::lock(narrowed).isError());
+    ::chmod(narrowed.c_str(), 0400);
+    ASSERT_FALSE(permlock::unlock(narrowed).isError());
+    EXPECT_EQ(modeOf(narrowed), 0600u);
     EXPECT_EQ(attribute(broken), "<none>");
-}
-
-TEST_F(PermissionLockTest, UnlockingAnUnlockedItemKeepsItsModeAndDropsAStaleAttribute) {
-    std::string file = work.write("f", "x");
-    ASSERT_EQ(::chmod(file.c_str(), 0600), 0);
-    ASSERT_EQ(::setxattr(file.c_str(), modeattr::kName, "0666", 4, 0), 0);
-    ASSERT_FALSE(permlock::unlock(file).isError());
-    EXPECT_EQ(modeOf(file), 0600u);
-    EXPECT_EQ(attribute(file), "<none>");
+    EXPECT_EQ(attribute(stale), "<none>");
 }
 
 // A named pipe carries no user attributes (the kernel refuses them as it does on file systems
-// without them): the lock goes on without the saved bits, and unlocking falls back to giving
-// the owner write permission.
-TEST_F(PermissionLockTest, WithoutUserAttributesLockStillWorksAndUnlockFallsBack) {
+// without them): the lock goes on without the saved bits, and unlocking falls back.
+TEST_F(PermissionLockTest, WithoutUserAttributesLockStillWorksAndAMissingItemIsAnError) {
     std::string pipe = work / "pipe";
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0662), 0);
     ASSERT_EQ(::chmod(pipe.c_str(), 0662), 0);
@@ -121,9 +84,6 @@ TEST_F(PermissionLockTest, WithoutUserAttributesLockStillWorksAndUnlockFallsBack
     EXPECT_EQ(modeOf(pipe), 0440u);
     ASSERT_FALSE(permlock::unlock(pipe).isError());
     EXPECT_EQ(modeOf(pipe), 0640u);
-}
-
-TEST_F(PermissionLockTest, AMissingItemIsAnError) {
     EXPECT_TRUE(permlock::lock(work / "gone").isError());
     EXPECT_TRUE(permlock::unlock(work / "gone").isError());
 }

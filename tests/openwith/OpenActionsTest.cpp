@@ -1,6 +1,8 @@
-#include "ActionsFixture.h"
+// Opening items with applications, services and common paths, against fakes of the desktop.
 #include "actions/PXTools.h"
+#include "platform/linux/GioApplications.h"
 #include "support/Xdg.h"
+#include "support_files/ActionsFixture.h"
 
 #include <thread>
 
@@ -8,105 +10,108 @@ using namespace px;
 using namespace px::test;
 using Launch = platform::FakeApplications::Launch;
 using Request = platform::FakeServices::Request;
+using Strings = std::vector<std::string>;
 
 namespace {
 
-class OpenWithAppTest : public ActionsFixture {
+class OpenActionsTest : public ActionsFixture {
   protected:
+    void open(const std::string& app, std::optional<std::string> path = std::nullopt) {
+        sync.openWithApp(appItem(app), path);
+    }
     FinderSync sync;
 };
 
-TEST_F(OpenWithAppTest, EachSelectedItemIsOpenedOnItsOwnInOrder) {
-    std::string a = work.write("a.txt"), b = work.write("b.txt"), c = work.write("$(touch pwned)");
-    selectFor(sync, {a, b, c}, work.path(), true);
-    sync.openWithApp(appItem("Viewer"), std::nullopt);
-    EXPECT_EQ(apps->launches(),
-              (std::vector<Launch>{{"Viewer", {a}}, {"Viewer", {b}}, {"Viewer", {c}}}));
-    EXPECT_TRUE(ui->alerts().empty());
-}
-
-TEST_F(OpenWithAppTest, AFailedItemFallsBackToTheApplicationAlone) {
+TEST_F(OpenActionsTest, AFailedItemFallsBackToTheApplicationAloneAndAMissingOneIsReportedOnce) {
     std::string a = work.write("a.txt"), b = work.write("b.txt"), c = work.write("c.txt");
     apps->refuse("Viewer", {b});
     selectFor(sync, {a, b, c}, work.path(), true);
-    sync.openWithApp(appItem("Viewer"), std::nullopt);
-    EXPECT_EQ(
-        apps->launches(),
-        (std::vector<Launch>{{"Viewer", {a}}, {"Viewer", {b}}, {"Viewer", {}}, {"Viewer", {c}}}));
+    open("Viewer");
     EXPECT_TRUE(ui->alerts().empty());
+    open("Ghost");
+    EXPECT_EQ(apps->launches(), (std::vector<Launch>{{"Viewer", {a}},
+                                                     {"Viewer", {b}},
+                                                     {"Viewer", {}},
+                                                     {"Viewer", {c}},
+                                                     {"Ghost", {a}},
+                                                     {"Ghost", {}}}));
+    EXPECT_EQ(alertTexts(), Strings{localized("Open Error Tip")});
 }
 
-TEST_F(OpenWithAppTest, AMissingApplicationIsReportedOnceAndTheRestIsLeftAlone) {
-    std::string a = work.write("a.txt"), b = work.write("b.txt");
-    selectFor(sync, {a, b}, work.path(), true);
-    sync.openWithApp(appItem("Ghost"), std::nullopt);
-    EXPECT_EQ(apps->launches(), (std::vector<Launch>{{"Ghost", {a}}, {"Ghost", {}}}));
-    EXPECT_EQ(alertTexts(), (std::vector<std::string>{localized("Open Error Tip")}));
-}
-
-TEST_F(OpenWithAppTest, AProtectedFolderBehindTheMenuIsDroppedExceptForWarp) {
-    std::string home = xdg::homeDirectory();
-    selectFor(sync, {}, home, false);
-    sync.openWithApp(appItem("Viewer"), std::nullopt);
-    sync.openWithApp(appItem("Warp"), std::nullopt);
-    selectFor(sync, {home}, work.path(), true);
-    sync.openWithApp(appItem("Viewer"), std::nullopt);
-    EXPECT_EQ(apps->launches(),
-              (std::vector<Launch>{{"Viewer", {}}, {"Warp", {home}}, {"Viewer", {home}}}));
-}
-
-TEST_F(OpenWithAppTest, AGivenPathIsOpenedInsteadOfTheSelection) {
-    std::string a = work.write("a.txt");
-    std::string folder = work.mkdir("common");
-    selectFor(sync, {a}, work.path(), true);
-    sync.openWithApp(appItem("Viewer"), folder);
-    sync.openWithApp(appItem("Ghost"), folder);
-    EXPECT_EQ(apps->launches(),
-              (std::vector<Launch>{{"Viewer", {folder}}, {"Ghost", {folder}}, {"Ghost", {}}}));
-    EXPECT_EQ(alertTexts(), (std::vector<std::string>{localized("Open Error Tip")}));
-}
-
-TEST_F(OpenWithAppTest, AnEntryWithoutApplicationDoesNothing) {
+TEST_F(OpenActionsTest, AGivenPathAProtectedFolderAndAnEntryWithoutApplication) {
+    std::string home = xdg::homeDirectory(), folder = work.mkdir("common");
     selectFor(sync, {work.write("a.txt")}, work.path(), true);
-    sync.openWithApp(appItem(" \n"), std::nullopt);
-    sync.openWithApp(appItem("(null)"), std::nullopt);
+    open("Viewer", folder);
+    open(" \n");
+    open("(null)");
     sync.openWithApp(nullptr, std::nullopt);
-    EXPECT_TRUE(apps->launches().empty());
+    // The home folder behind the menu is not handed to applications, except to Warp.
+    selectFor(sync, {}, home, false);
+    open("Viewer");
+    open("Warp");
+    selectFor(sync, {home}, work.path(), true);
+    open("Viewer");
+    EXPECT_EQ(apps->launches(),
+              (std::vector<Launch>{
+                  {"Viewer", {folder}}, {"Viewer", {}}, {"Warp", {home}}, {"Viewer", {home}}}));
     EXPECT_TRUE(ui->alerts().empty());
 }
 
-TEST_F(OpenWithAppTest, ServicesGetTheSelectionTheGivenFolderOrTheDesktop) {
+TEST_F(OpenActionsTest, ServicesGetTheSelectionTheGivenFolderOrTheDesktopOnTheMainThreadOnly) {
     std::string a = work.write("a.txt"), b = work.mkdir("b");
     selectFor(sync, {a, b}, work.path(), true);
     sync.openServe("New Terminal at Folder", std::nullopt);
     sync.openServe("New iTerm2 Tab Here", b);
     selectFor(sync, {}, "/", false);
     sync.openServe("New Terminal Tab at Folder", std::nullopt);
+    bool answer = true;
+    std::thread([&] { answer = PXTools::runService("New Terminal at Folder", {a}); }).join();
+    EXPECT_FALSE(answer);
     EXPECT_EQ(services->requests(), (std::vector<Request>{{"New Terminal at Folder", {a, b}},
                                                           {"New iTerm2 Tab Here", {b}},
                                                           {"New Terminal Tab at Folder",
                                                            {xdg::userDirectory("DESKTOP")}}}));
 }
 
-TEST_F(OpenWithAppTest, ServicesAreRefusedOffTheMainThread) {
-    bool answer = true;
-    std::thread([&] {
-        answer = PXTools::runService("New Terminal at Folder", {work.path()});
-    }).join();
-    EXPECT_FALSE(answer);
-    EXPECT_TRUE(services->requests().empty());
-    EXPECT_TRUE(PXTools::runService("New Terminal at Folder", {work.path()}));
+TEST_F(OpenActionsTest, TheCommonPathEntryChosenDecidesWhatOpens) {
+    std::string folder = work.mkdir("fav $(touch pwned)");
+    std::string inner = work.write("fav $(touch pwned)/notes.txt");
+    std::string file = work.write("report.pdf");
+    auto terminal = PXMenuItem::create("Terminal Window");
+    terminal->serve = "New Terminal at Folder";
+    auto child = PXMenuItem::create(inner);
+    child->path = inner;
+    auto show = PXMenuItem::create("Show in Finder");
+
+    for (const auto& item : {terminal, appItem("Viewer"), child, PXMenuItem::Ptr{},
+                             PXMenuItem::create("More Files"), show})
+        sync.openCommonPath(folder, item);
+    sync.openCommonPath(file, show);
+    EXPECT_EQ(services->requests(), (std::vector<Request>{{"New Terminal at Folder", {folder}}}));
+    EXPECT_EQ(apps->launches(), (std::vector<Launch>{{"Viewer", {folder}}}));
+    EXPECT_EQ(workspace->opened,
+              (Strings{fileUrl(inner), fileUrl(folder), fileUrl(folder), fileUrl(folder)}));
+    EXPECT_EQ(workspace->revealed, Strings{file});
+    EXPECT_TRUE(ui->alerts().empty());
+    EXPECT_FALSE(exists(work / "pwned"));
 }
 
-TEST_F(OpenWithAppTest, CopyPathPutsOneLinePerItemWithoutAFinalLineFeed) {
-    std::string a = work.write("a b.txt"), b = work.write("x\"; touch y; \".txt");
-    selectFor(sync, {a, b}, work.path(), true);
-    sync.copyPath();
-    selectFor(sync, {}, "/", false);
-    sync.copyPath();
-    EXPECT_EQ(pasteboard->writes(), (std::vector<std::string>{a + "\n" + b, ""}));
-    EXPECT_EQ(pasteboard->clearCount(), 2u);
-    EXPECT_TRUE(ui->alerts().empty());
+TEST_F(OpenActionsTest, AVanishedOrRefusedCommonPathIsExplained) {
+    sync.openCommonPath(work / "gone", nullptr);
+    EXPECT_TRUE(workspace->opened.empty());
+    std::string folder = work.mkdir("fav");
+    workspace->answer = false;
+    ui->answers({"button 1000", "button 1001"});
+    sync.openCommonPath(folder, nullptr);
+    ASSERT_EQ(ui->alerts().size(), 2u);
+    EXPECT_EQ(ui->alerts()[0].informative, localized("Common Path Not Exist Tip"));
+    EXPECT_NE(ui->alerts()[1].informative.find(folder), std::string::npos);
+}
+
+TEST(DesktopIds, NamesSuggestTheirDesktopFilesAndPathsSuggestNothing) {
+    EXPECT_EQ(platform::desktopIdCandidates("GIMP"), (Strings{"GIMP.desktop", "gimp.desktop"}));
+    for (const char* name : {"", "   ", "../../etc/passwd"})
+        EXPECT_TRUE(platform::desktopIdCandidates(name).empty()) << name;
 }
 
 } // namespace
