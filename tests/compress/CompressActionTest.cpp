@@ -2,6 +2,7 @@
 // on disk. The command-line tests check the password with 7-Zip.
 #include "archive/PXCompress.h"
 #include "extension/ExtensionFixture.h"
+#include "support_files/FakeUiLog.h"
 #include "support_files/ZipListing.h"
 
 #include <filesystem>
@@ -24,18 +25,6 @@ class CompressActionTest : public ExtensionFixture {
         sync.encryptedCompress(nullptr);
         queue::runUntilIdle();
     }
-    std::vector<double> percents() const {
-        std::vector<double> result;
-        for (const auto& event : ui->progress())
-            if (event.kind == Kind::Percent) result.push_back(event.fraction);
-        return result;
-    }
-    std::vector<Kind> kinds() const {
-        std::vector<Kind> result;
-        for (const auto& event : ui->progress())
-            result.push_back(event.kind);
-        return result;
-    }
     Names sortedEntries(const std::string& archive) const {
         Names names = zipEntryNames(archive);
         std::sort(names.begin(), names.end());
@@ -44,7 +33,7 @@ class CompressActionTest : public ExtensionFixture {
     // The job ended and let go of the window and of itself.
     void expectIdle() {
         EXPECT_FALSE(sync.compress);
-        EXPECT_FALSE(kinds().empty() || kinds().back() != Kind::Close);
+        EXPECT_FALSE(progressKinds(*ui).empty() || progressKinds(*ui).back() != Kind::Close);
     }
 
     FinderSync sync;
@@ -66,7 +55,7 @@ TEST_F(CompressActionTest, SeveralItemsKeepTheFolderShapeWithOnlyEmptyFoldersAsE
     for (const auto& entry : zipEntries(out / "all.zip"))
         EXPECT_EQ(entry.encrypted(), !entry.name.ends_with("/")) << entry.name;
     // 2 files + F's 5 entries (x, sub, sub/y, .hidden, e) = 7 items.
-    const std::vector<double> seen = percents();
+    const std::vector<double> seen = progressFractions(*ui);
     ASSERT_FALSE(seen.empty());
     EXPECT_TRUE(std::is_sorted(seen.begin(), seen.end()));
     EXPECT_DOUBLE_EQ(seen.back(), 1.0);
@@ -81,7 +70,7 @@ TEST_F(CompressActionTest, AnEmptySelectedFolderGivesAnEmptyArchiveAndTheWindowW
     EXPECT_TRUE(zipEntries(out / "n.zip").empty());
     // No item was done, so nothing reported progress: the window waits and the job stays set
     // until something cleans up; meanwhile another compress is ignored.
-    EXPECT_EQ(kinds(), (std::vector<Kind>{Kind::Open}));
+    EXPECT_EQ(progressKinds(*ui), (std::vector<Kind>{Kind::Open}));
     sync.encryptedCompress(nullptr);
     EXPECT_EQ(ui->saves().size(), 1u);
     sync.clean();
@@ -93,7 +82,7 @@ TEST_F(CompressActionTest, TheArchiveInsideASelectedFolderIsSkippedButCounted) {
     work.write("F/F.zip", "an older archive");
     compress({work / "F"}, {"save " + (work / "F/F.zip") + " password pw"});
     EXPECT_EQ(zipEntryNames(work / "F/F.zip"), Names{"F/x"});
-    EXPECT_DOUBLE_EQ(percents().back(), 1.0);
+    EXPECT_DOUBLE_EQ(progressFractions(*ui).back(), 1.0);
     EXPECT_TRUE(ui->alerts().empty());
     // A new archive there is not met while listing at all.
     compress({work / "F"}, {"save " + (work / "F/new.zip")});
@@ -118,16 +107,16 @@ TEST_F(CompressActionTest, CancelHalfWayLeavesNothingAndSaysNothing) {
     ui->answer("save " + out / "big.zip password pw");
     sync.encryptedCompress(nullptr);
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-    while (percents().empty() && std::chrono::steady_clock::now() < deadline)
+    while (progressFractions(*ui).empty() && std::chrono::steady_clock::now() < deadline)
         if (queue::runPendingOnce() == 0) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    ASSERT_EQ(percents().size(), 1u) << "the first item should be reported on its own";
+    ASSERT_EQ(progressFractions(*ui).size(), 1u) << "the first item should be reported on its own";
     ui->cancelProgress();
-    EXPECT_EQ(kinds().back(), Kind::Close); // the window goes at once
+    EXPECT_EQ(progressKinds(*ui).back(), Kind::Close); // the window goes at once
     queue::runUntilIdle();
     EXPECT_TRUE(treeOf(out.path()).empty());
     EXPECT_TRUE(ui->alerts().empty());
     EXPECT_FALSE(sync.compress);
-    EXPECT_EQ(percents().size(), 1u);
+    EXPECT_EQ(progressFractions(*ui).size(), 1u);
 }
 
 // A pipe cannot be packed; a missing folder cannot take the archive. Either way one alert, and
@@ -170,7 +159,7 @@ TEST_F(CompressActionTest, OneFileIsProposedByNameAndPackedWithAesOnlyWithAPassw
         EXPECT_EQ(ui->saves().back().directory, work.path());
         EXPECT_TRUE(ui->saves().back().passwordAccessory);
     }
-    EXPECT_EQ(percents(), (std::vector<double>{1.0, 1.0, 1.0}));
+    EXPECT_EQ(progressFractions(*ui), (std::vector<double>{1.0, 1.0, 1.0}));
     EXPECT_TRUE(ui->alerts().empty());
     expectIdle();
 }

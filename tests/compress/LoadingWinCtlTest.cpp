@@ -3,10 +3,12 @@
 #include "platform/Platform.h"
 #include "platform/fake/FakeUi.h"
 #include "support/Queues.h"
+#include "support_files/FakeUiLog.h"
 
 #include <gtest/gtest.h>
 
 using namespace px;
+using px::test::progressKinds;
 using Kind = px::platform::FakeUi::ProgressEvent::Kind;
 
 namespace {
@@ -20,12 +22,6 @@ class LoadingWinCtlTest : public ::testing::Test {
     void TearDown() override {
         queue::runUntilIdle();
         platform::install({});
-    }
-    std::vector<Kind> kinds() const {
-        std::vector<Kind> result;
-        for (const auto& event : ui->progress())
-            result.push_back(event.kind);
-        return result;
     }
 
     std::shared_ptr<platform::FakeUi> ui = std::make_shared<platform::FakeUi>();
@@ -50,12 +46,12 @@ TEST_F(LoadingWinCtlTest, ShowsThePercentageAndCancelsOnce) {
     EXPECT_FALSE(window->isCancelShown());
     ui->cancelProgress(); // reopened: the handler was used up, the window still closes
     EXPECT_EQ(cancels, 1);
-    EXPECT_EQ(kinds(),
+    EXPECT_EQ(progressKinds(*ui),
               (std::vector<Kind>{Kind::Open, Kind::Percent, Kind::Close, Kind::Open, Kind::Close}));
     window->open();
     window.reset();
     ui->cancelProgress();
-    EXPECT_EQ(kinds().back(), Kind::Open);
+    EXPECT_EQ(progressKinds(*ui).back(), Kind::Open);
 }
 
 } // namespace

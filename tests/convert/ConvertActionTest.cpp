@@ -4,6 +4,7 @@
 #include "extension/ExtensionFixture.h"
 #include "media/ImageFile.h"
 #include "pdf/SamplePdf.h"
+#include "support_files/FakeUiLog.h"
 
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -34,27 +35,9 @@ class ConvertActionTest : public ExtensionFixture {
         sync.onMenuItemAction(child->tag);
         queue::runUntilIdle();
     }
-    std::vector<std::string> alertTexts() const {
-        std::vector<std::string> texts;
-        for (const auto& alert : ui->alerts())
-            texts.push_back(alert.informative);
-        return texts;
-    }
-    std::vector<Kind> kinds() const {
-        std::vector<Kind> result;
-        for (const auto& event : ui->progress())
-            result.push_back(event.kind);
-        return result;
-    }
-    std::vector<double> percents() const {
-        std::vector<double> result;
-        for (const auto& event : ui->progress())
-            if (event.kind == Kind::Percent) result.push_back(event.fraction);
-        return result;
-    }
     void expectWindowClosedOnce() {
         EXPECT_EQ(sync.loadingCount, 0);
-        const std::vector<Kind> shown = kinds();
+        const std::vector<Kind> shown = progressKinds(*ui);
         ASSERT_FALSE(shown.empty());
         EXPECT_EQ(shown.front(), Kind::Open);
         EXPECT_EQ(shown.back(), Kind::Close);
@@ -77,7 +60,7 @@ class ConvertActionTest : public ExtensionFixture {
 TEST_F(ConvertActionTest, JpegForAJpgWritesAJpegBesideItUnderTheProgressWindow) {
     convert({sample("a.jpg")}, "JPEG");
     EXPECT_EQ(identify(work / "a.jpeg"), "JPEG 64x48");
-    EXPECT_TRUE(alertTexts().empty());
+    EXPECT_TRUE(alertTexts(*ui).empty());
     expectWindowClosedOnce();
 }
 
@@ -98,7 +81,7 @@ TEST_F(ConvertActionTest, EverySelectedImageIsConvertedAndOthersAreSkippedSilent
     EXPECT_FALSE(exists(work / "photo.bmp")) << "upper-case extensions are not in the list";
     EXPECT_FALSE(exists(work / "broken.bmp"));
     EXPECT_FALSE(exists(work / "pwned"));
-    EXPECT_TRUE(alertTexts().empty());
+    EXPECT_TRUE(alertTexts(*ui).empty());
     expectWindowClosedOnce();
 }
 
@@ -106,7 +89,7 @@ TEST_F(ConvertActionTest, AFailedWriteIsReportedAndTheNextItemStillConverted) {
     const std::string first = sample("first.png"), second = sample("second.png");
     work.mkdir("first.gif"); // a folder where the result would go
     convert({first, second}, "GIF");
-    EXPECT_THAT(alertTexts(), ElementsAre(localized("Convert Fail")));
+    EXPECT_THAT(alertTexts(*ui), ElementsAre(localized("Convert Fail")));
     EXPECT_TRUE(std::filesystem::is_directory(work / "first.gif"));
     EXPECT_EQ(identify(work / "second.gif"), "GIF 64x48");
     expectWindowClosedOnce();
@@ -128,7 +111,8 @@ TEST_F(ConvertActionTest, OverlappingConversionsShareOneWindowThatTheLastOneClos
 
 TEST_F(ConvertActionTest, IconExportTakesItsTypeFromTheTargetAndRefusesANonSquareImage) {
     convert({sample("wide.png")}, "iOS AppIconset"); // 64 x 48
-    EXPECT_THAT(alertTexts(), ElementsAre(localizedFormat("Convert Icns image invalid", 64, 48)));
+    EXPECT_THAT(alertTexts(*ui),
+                ElementsAre(localizedFormat("Convert Icns image invalid", 64, 48)));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(work.path()), {}), 1);
     expectWindowClosedOnce();
 
@@ -137,7 +121,7 @@ TEST_F(ConvertActionTest, IconExportTakesItsTypeFromTheTargetAndRefusesANonSquar
     convert({square}, "iOS AppIconset");
     EXPECT_TRUE(exists(work / "logo(iOS)/AppIcon.appiconset/Contents.json"));
     EXPECT_EQ(identify(work / "logo(iOS)/AppIcon.appiconset/store_1024x1024.png"), "PNG 1024x1024");
-    EXPECT_EQ(alertTexts().size(), 1u);
+    EXPECT_EQ(alertTexts(*ui).size(), 1u);
 }
 
 TEST_F(ConvertActionTest, PdfWithOneImageStillGoesToTheMerge) {
@@ -153,8 +137,8 @@ TEST_F(ConvertActionTest, APdfSourceHasItsPagesExtractedWithProgressAndABrokenOn
     EXPECT_THAT(identify(work / "doc/1.jpeg"), testing::StartsWith("JPEG "));
     EXPECT_THAT(identify(work / "doc/2.jpeg"), testing::StartsWith("JPEG "));
     EXPECT_FALSE(exists(work / "broken"));
-    EXPECT_THAT(percents(), ElementsAre(0.5, 1.0));
-    EXPECT_TRUE(alertTexts().empty());
+    EXPECT_THAT(progressFractions(*ui), ElementsAre(0.5, 1.0));
+    EXPECT_TRUE(alertTexts(*ui).empty());
     expectWindowClosedOnce();
 }
 

@@ -27,7 +27,7 @@ TEST_F(CopyMoveActionTest, MoveAsksOncePerCollisionFollowsEachAnswerAndLosesNoth
     ui->answers({"button 1000", "button 1001", "button 1002"}); // Keep Both, Stop, Replace
     sendTo(sources, destination, false);
 
-    EXPECT_EQ(informativeTexts(), collisionTips({"a.txt", "b.txt", "c.txt"}));
+    EXPECT_EQ(alertTexts(*ui), collisionTips({"a.txt", "b.txt", "c.txt"}));
     EXPECT_EQ(ui->alerts()[0].buttons,
               (std::vector<std::string>{localized("Keep Both"), localized("Stop"),
                                         localized("Replace")}));

@@ -2,6 +2,7 @@
 
 #include "TreeSnapshot.h"
 #include "extension/ExtensionFixture.h"
+#include "support_files/FakeUiLog.h"
 
 namespace px::test {
 
@@ -33,12 +34,6 @@ class CopyMoveFixture : public ExtensionFixture {
         const auto& events = ui->progress();
         return static_cast<int>(std::count_if(events.begin(), events.end(),
                                               [&](const auto& e) { return e.kind == kind; }));
-    }
-    std::vector<std::string> informativeTexts() const {
-        std::vector<std::string> texts;
-        for (const auto& alert : ui->alerts())
-            texts.push_back(alert.informative);
-        return texts;
     }
     std::vector<std::string> collisionTips(const std::vector<std::string>& names) const {
         std::vector<std::string> tips;

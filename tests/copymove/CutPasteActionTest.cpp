@@ -55,7 +55,7 @@ TEST_F(CutPasteActionTest, CutThenPasteMovesEverythingAsksOnCollisionsAndForgets
 
     ui->answers({"button 1000", "button 1001", "button 1002"});
     ASSERT_TRUE(pasteInto(work / "dest"));
-    EXPECT_EQ(informativeTexts(), collisionTips({"a", "b", "c \"$(x)\""}));
+    EXPECT_EQ(alertTexts(*ui), collisionTips({"a", "b", "c \"$(x)\""}));
     EXPECT_EQ(readFile(work / "dest/a-1"), "new a");
     EXPECT_EQ(readFile(work / "dest/a"), "old a");
     EXPECT_EQ(readFile(work / "dest/b"), "old b");

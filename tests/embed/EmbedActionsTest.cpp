@@ -72,7 +72,7 @@ TEST_F(EmbedActionsTest, AVanishedItemIsReportedAndTheOthersStillMove) {
     ASSERT_TRUE(embed({a, gone, b}, [&] { ::unlink(gone.c_str()); }));
     EXPECT_EQ(readFile(work / "Box/a"), "a");
     EXPECT_EQ(readFile(work / "Box/b"), "b");
-    EXPECT_EQ(alertTexts(), Names{localized("Error Common Tip")});
+    EXPECT_EQ(alertTexts(*ui), Names{localized("Error Common Tip")});
 }
 
 TEST_F(EmbedActionsTest, AFolderThatCannotBeMadeLeavesTheItemsWithoutAnAlert) {

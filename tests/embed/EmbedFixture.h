@@ -2,6 +2,7 @@
 
 #include "actions/FileHash.h"
 #include "extension/ExtensionFixture.h"
+#include "support_files/FakeUiLog.h"
 
 #include <functional>
 
@@ -29,12 +30,6 @@ class EmbedFixture : public ExtensionFixture {
         sync.onMenuItemAction(entry->tag);
         queue::runUntilIdle();
         return true;
-    }
-    std::vector<std::string> alertTexts() const {
-        std::vector<std::string> texts;
-        for (const auto& alert : ui->alerts())
-            texts.push_back(alert.informative);
-        return texts;
     }
 
     FinderSync sync;

@@ -53,7 +53,8 @@ TEST_F(UnembedActionsTest, FoldersWithoutVisibleEntriesAreKeptWithATipAndTheNext
     std::string plainFile = work.write("plain", "p");
     ASSERT_TRUE(unembed({empty, plainFile, gone, dotted, full},
                         [&] { std::filesystem::remove_all(gone); }));
-    EXPECT_EQ(alertTexts(), (Names{localized("Empty Folder Tip"), localized("Empty Folder Tip")}));
+    EXPECT_EQ(alertTexts(*ui),
+              (Names{localized("Empty Folder Tip"), localized("Empty Folder Tip")}));
     EXPECT_TRUE(exists(empty));
     EXPECT_EQ(readFile(dotted + "/.keep"), "k");
     EXPECT_EQ(readFile(work / "f"), "f");
@@ -72,7 +73,7 @@ TEST_F(UnembedActionsTest, AFailedMoveEndsTheActionAndLeavesEachItemWhereItIs) {
     std::string second = work.mkdir("second");
     work.write("second/b", "b");
     ASSERT_TRUE(unembed({first, second}));
-    EXPECT_EQ(alertTexts(), Names{localized("Error Common Tip")});
+    EXPECT_EQ(alertTexts(*ui), Names{localized("Error Common Tip")});
     EXPECT_EQ(readFile(work / "a"), "a"); // moved before the failure
     EXPECT_EQ(readFile(work / longest), "outer");
     EXPECT_EQ(entries(first), (Names{".h", longest}));
@@ -88,7 +89,7 @@ TEST_F(UnembedActionsTest, TheHomeFolderIsNeverDissolved) {
         sync.unembedFolder();
     }
     EXPECT_TRUE(exists(visible));
-    EXPECT_EQ(alertTexts(), (Names(3, localized("Error Common Tip"))));
+    EXPECT_EQ(alertTexts(*ui), (Names(3, localized("Error Common Tip"))));
 }
 
 } // namespace
