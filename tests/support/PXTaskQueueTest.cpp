@@ -12,6 +12,7 @@ namespace {
 
 using Entries = std::vector<std::string>;
 
+// The task queue serves no command yet; these are the checks of its order and lifetimes.
 // A target whose methods log their calls; each task decides how it ends through `ending`.
 struct Worker {
     enum class Ending { Finish, Stall, Nothing };
@@ -29,7 +30,6 @@ struct Worker {
         log.push_back(first + "+" + *second + "x" + std::to_string(count));
         queue->finishCurrentTask();
     }
-    void finished(PXTaskQueue&) { log.push_back("finished"); }
 };
 
 class PXTaskQueueTest : public ::testing::Test {
@@ -76,25 +76,6 @@ TEST_F(PXTaskQueueTest, RestartAfterAStallRunsTheStalledTaskAgainFromItsStart) {
     queue::runUntilIdle();
     EXPECT_EQ(worker->log, (Entries{"a", "a", "b"}));
     EXPECT_TRUE(tasks.isEmpty());
-}
-
-TEST_F(PXTaskQueueTest, FinishActionRunsEachTimeTheListEmptiesAndKeepsItsTarget) {
-    int finishes = 0;
-    tasks.setFinishAction([&](PXTaskQueue& finished) { finishes += &finished == &tasks; });
-    record("a");
-    record("b");
-    queue::runUntilIdle();
-    EXPECT_EQ(finishes, 1);
-    record("c");
-    queue::runUntilIdle();
-    EXPECT_EQ(finishes, 2);
-
-    auto observer = std::make_shared<Worker>();
-    std::weak_ptr<Worker> watch = observer;
-    tasks.setFinishAction(&Worker::finished, std::move(observer));
-    tasks.restart(); // nothing recorded: the finish action at once
-    ASSERT_FALSE(watch.expired()) << "the finish target is held by the queue";
-    EXPECT_EQ(watch.lock()->log, (Entries{"finished"}));
 }
 
 TEST_F(PXTaskQueueTest, RecordedArgumentsAndTargetLiveUntilTheTaskFinished) {
