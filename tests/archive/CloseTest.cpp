@@ -19,8 +19,7 @@ class Close : public ::testing::Test {
 
     void SetUp() override {
         std::filesystem::create_directories(temp / "out");
-        for (int i = 0; i < 2; ++i)
-            writeFile(temp / ("in/f" + std::to_string(i)), randomBytes(50000, i));
+        writeFile(temp / "in/f0", randomBytes(50000, 0));
         writeFile(temp / "in/big", randomBytes(4 << 20, 9));
     }
 
@@ -51,27 +50,13 @@ TEST_F(Close, CancelKeepsTheArchiveThatWasThereBefore) {
     EXPECT_EQ(treeOf(temp / "out"), std::vector<std::string>{"archive.zip"});
 }
 
-TEST_F(Close, EmptyMissingSpentAndAbandonedArchives) {
+TEST_F(Close, AnArchiveNeverClosedLeavesNothing) {
     {
-        SSZipArchive empty(archive);
-        ASSERT_TRUE(empty.open());
-        ASSERT_TRUE(empty.close());
-        EXPECT_TRUE(zipEntries(archive).empty());
-        EXPECT_FALSE(empty.writeFileAtPath(temp / "in/f1", std::nullopt, std::nullopt));
-        EXPECT_FALSE(empty.close()) << "an archive is spent after close";
-        EXPECT_TRUE(zipEntries(archive).empty());
-    }
-    SSZipArchive missing(temp / "no/such/folder/a.zip");
-    EXPECT_FALSE(missing.open());
-    EXPECT_TRUE(missing.lastError().has_value());
-    EXPECT_FALSE(missing.writeFileAtPath(temp / "in/f0", std::nullopt, std::nullopt));
-    EXPECT_FALSE(missing.close());
-    {
-        SSZipArchive abandoned(temp / "out/abandoned.zip");
+        SSZipArchive abandoned(archive);
         ASSERT_TRUE(abandoned.open());
         ASSERT_TRUE(abandoned.writeFileAtPath(temp / "in/f0", std::nullopt, std::nullopt));
     }
-    EXPECT_EQ(treeOf(temp / "out"), std::vector<std::string>{"archive.zip"});
+    expectNothingLeft();
 }
 
 } // namespace

@@ -20,27 +20,30 @@ class FolderIconActionTest : public FolderIconFixture {
     static std::string directoryFile(const std::string& folder) { return folder + "/.directory"; }
 };
 
-// Folders get the icon, files and vanished items are passed over, and a .directory that is
-// not a file is left as it is.
+// Folders get the icon (other settings in .directory kept), files and vanished items are passed
+// over, and a .directory that is not a file is left as it is; then Recover leads the submenu.
 TEST_F(FolderIconActionTest, EveryFolderOfTheSelectionIsChangedAndNothingElse) {
     const std::string first = work.mkdir("a \"quoted\" $(reboot)"), second = work.mkdir("b");
     const std::string gone = work.mkdir("gone"), odd = work.mkdir("odd");
+    work.write("b/.directory", "[Dolphin]\nViewMode=1\n");
+    EXPECT_EQ(find(iconMenu({first}), "Recover Icon"), nullptr);
     work.write("odd/.directory/inside", "kept");
     const std::string file = work.write("notes.txt", "text");
     ASSERT_TRUE(chooseIcon({first, file, gone, odd, second}, "love",
                            [&] { std::filesystem::remove(gone); }));
     const std::string expected = "[Desktop Entry]\nIcon=" + picture("love") + "\n";
     EXPECT_EQ(readFile(directoryFile(first)), expected);
-    EXPECT_EQ(readFile(directoryFile(second)), expected);
+    EXPECT_EQ(readFile(directoryFile(second)), "[Dolphin]\nViewMode=1\n\n" + expected);
     EXPECT_FALSE(exists(gone));
     EXPECT_EQ(readFile(odd + "/.directory/inside"), "kept");
     EXPECT_FALSE(exists(directoryFile(work.path())));
     EXPECT_EQ(readFile(file), "text");
     EXPECT_TRUE(ui->alerts().empty());
+    EXPECT_EQ(iconMenu({first}).at(0).title, localized("Recover"));
 
     ASSERT_TRUE(chooseIcon({first, file, second}, "Recover Icon"));
     EXPECT_FALSE(exists(directoryFile(first)));
-    EXPECT_FALSE(exists(directoryFile(second)));
+    EXPECT_EQ(readFile(directoryFile(second)), "[Dolphin]\nViewMode=1\n");
     EXPECT_TRUE(exists(file) && exists(first));
 }
 
