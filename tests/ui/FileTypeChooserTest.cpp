@@ -1,6 +1,4 @@
-#include "actions/PXEditNameWinCtl.h"
 #include "actions/PXSelectFileTypeViewCtl.h"
-#include "config/Localization.h"
 #include "config/PXMenuManager.h"
 #include "platform/Platform.h"
 #include "platform/fake/FakeUi.h"
@@ -14,48 +12,12 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-class PromptDialogsTest : public ::testing::Test {
+class FileTypeChooserTest : public ::testing::Test {
   protected:
     void SetUp() override {
         platform::Platform installed;
-        installed.ui = ui;
+        installed.ui = std::make_shared<platform::FakeUi>();
         platform::install(std::move(installed));
-    }
-    void TearDown() override { platform::install({}); }
-
-    std::shared_ptr<platform::FakeUi> ui = std::make_shared<platform::FakeUi>();
-};
-
-class EditNameTest : public PromptDialogsTest {
-  protected:
-    void SetUp() override {
-        PromptDialogsTest::SetUp();
-        window.editHandler = [this](const std::string& text) { edited.push_back(text); };
-        window.cancelHandler = [this] { ++cancels; };
-    }
-    PXEditNameWinCtl window;
-    Texts edited;
-    int cancels = 0;
-};
-
-TEST_F(EditNameTest, ARequiredNameLeftBlankIsAskedAgainUntilGivenOrCancelled) {
-    window.required = true;
-    ui->answers({"text", "text   ", "text (null)", "text  Final ", "text", "cancel", "text "});
-    window.showWindow();
-    EXPECT_EQ(ui->names().size(), 4u);
-    EXPECT_EQ(edited, Texts{" Final "}) << "as typed, not trimmed";
-    window.showWindow();
-    EXPECT_EQ(cancels, 1);
-    window.showWindow(); // the fake's exit returns when the answers run out: cancelled
-    EXPECT_EQ(ui->unansweredPrompts(), 1);
-    EXPECT_EQ(cancels, 2);
-    EXPECT_EQ(edited.size(), 1u);
-}
-
-class FileTypeChooserTest : public PromptDialogsTest {
-  protected:
-    void SetUp() override {
-        PromptDialogsTest::SetUp();
         PXMenuManager::configure(suite, folder.path());
         suite->setObject("array new file",
                          plist::Value::makeArray({
@@ -73,7 +35,7 @@ class FileTypeChooserTest : public PromptDialogsTest {
         };
     }
     void TearDown() override {
-        PromptDialogsTest::TearDown();
+        platform::install({});
         PXMenuManager::resetToDefaultLocations();
     }
     static plist::Value entry(plist::Dictionary fields) {
