@@ -32,11 +32,13 @@ std::string lastLoaderError() {
     return message ? message : "unknown error";
 }
 
-// The handle is never closed: libvips keeps worker threads that run the library's code.
+// The handle is never closed: libvips keeps worker threads that run the library's code. Symbols
+// are bound lazily, as for a program's own libraries: binding all of the hundred libraries'
+// symbols up front costs more than converting a small image.
 ErrorOr<Imaging*> load() {
     const std::optional<std::string> path = findLibrary();
     if (!path) return Error{std::string("the image library ") + kLibraryName + " is not installed"};
-    void* handle = ::dlopen(path->c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* handle = ::dlopen(path->c_str(), RTLD_LAZY | RTLD_LOCAL);
     if (!handle) return Error{"cannot load the image library: " + lastLoaderError()};
     using Entry = Imaging* (*)();
     auto entry = reinterpret_cast<Entry>(::dlsym(handle, kImagingEntryPoint));
