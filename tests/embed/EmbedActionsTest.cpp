@@ -66,6 +66,15 @@ TEST_F(EmbedActionsTest, AnUnusableNameKeepsTheDialogOpenWithWhatWasTyped) {
     EXPECT_FALSE(exists(work / "x"));
 }
 
+TEST_F(EmbedActionsTest, CancelChangesNothingAndReleasesTheDialog) {
+    std::string a = work.write("a"), b = work.write("b");
+    ui->answer("cancel");
+    ASSERT_TRUE(embed({a, b}));
+    EXPECT_EQ(filehash::folderEntries(work.path()).size(), 2u);
+    EXPECT_TRUE(ui->alerts().empty());
+    EXPECT_EQ(sync.embedFolderWinCtl, nullptr);
+}
+
 TEST_F(EmbedActionsTest, AVanishedItemIsReportedAndTheOthersStillMove) {
     std::string a = work.write("a", "a"), gone = work.write("gone"), b = work.write("b", "b");
     ui->answer("embed 0 Box");
