@@ -1,10 +1,11 @@
 #include "media/Imaging.h"
 
+#include "support/FileIO.h"
+
 #include <cstdlib>
 #include <dlfcn.h>
 #include <filesystem>
 #include <mutex>
-#include <sys/stat.h>
 #include <vector>
 
 namespace px::media {
@@ -29,9 +30,8 @@ std::vector<std::string> libraryFolders() {
 
 std::optional<std::string> findLibrary() {
     for (const std::string& folder : libraryFolders()) {
-        const std::string candidate = folder + "/" + kLibraryName;
-        struct stat status {};
-        if (::stat(candidate.c_str(), &status) == 0) return candidate;
+        std::string candidate = folder + "/" + kLibraryName;
+        if (io::exists(candidate)) return candidate;
     }
     return std::nullopt;
 }
