@@ -35,19 +35,10 @@ class ScriptedUiTest : public ::testing::Test {
     bool reported(const std::string& text) const {
         return errors.str().find(text) != std::string::npos;
     }
-    // A save request with a file-type chooser offering the entries at 1 and 3.
-    Ui::SaveRequest chooserRequest() {
-        Ui::SaveRequest request{"/tmp", "Untitled", "", false, {}, {1, 3}, {}};
-        for (const char* key : {"special", "txt", "New File From Window", "md"})
-            request.fileTypes.push_back(PXMenuItem::create(key));
-        request.onTypeChosen = [this](const PXMenuItem::Ptr& item) { chosen.push_back(item->key); };
-        return request;
-    }
 
     std::ostringstream out, errors;
     std::vector<int> exits;
     std::vector<std::size_t> linesAtExit;
-    std::vector<std::string> chosen;
 
   private:
     std::shared_ptr<Transcript> m_transcript = std::make_shared<Transcript>(out);
@@ -111,21 +102,6 @@ TEST_F(ScriptedUiTest, PanelsTakePathsRelativeToTheirFolderAndWriteTheirLines) {
         {{"prompt", "save"}, {"name", "Archive.zip"}, {"directory", "/home/u/Docs"}},
         {{"prompt", "open"}, {"button", "Authorize"}, {"message", "Allow access"}}};
     EXPECT_EQ(lines(), expected);
-}
-
-TEST_F(ScriptedUiTest, TheFileTypeIsChosenBeforeOrAfterTheSaveLineAmongTheOfferedOnly) {
-    auto& ui = script("choose 3\nsave /tmp/a.md\nsave /tmp/b.md\nchoose 3\nbutton 1000\n"
-                      "choose 2\nsave /tmp/c");
-    EXPECT_EQ(ui.runSavePanel(chooserRequest())->path, "/tmp/a.md");
-    EXPECT_EQ(ui.runSavePanel(chooserRequest())->path, "/tmp/b.md");
-    EXPECT_EQ(chosen, (std::vector<std::string>{"txt", "md", "txt", "md"})) << "first at once";
-    EXPECT_EQ(ui.remaining(), 3u) << "the button line is left for the next prompt";
-    EXPECT_EQ(ui.runAlert(kDelete), 1000);
-    EXPECT_TRUE(exits.empty());
-    EXPECT_FALSE(ui.runSavePanel(chooserRequest()));
-    EXPECT_TRUE(reported("offers 1, 3")) << errors.str();
-    EXPECT_FALSE(script("choose 1\nsave /a").runSavePanel({"/", "a", "", false, {}, {}, {}}));
-    EXPECT_EQ(exits, (std::vector<int>{3, 3}));
 }
 
 TEST_F(ScriptedUiTest, ProgressLinesAndTextsThatAreNotUtf8) {
