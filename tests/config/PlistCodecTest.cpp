@@ -206,21 +206,6 @@ TEST(PlistCodec, NestingPastTheLimitOrLoopsAreRefusedWhole) {
         EXPECT_TRUE(serialize(Value::makeDictionary({{"k", shallow}}), format).isError());
 }
 
-TEST(PlistCodec, FilesAreReplacedWholeAndErrorsAreValues) {
-    px::test::TempDir dir;
-    std::string path = dir / "settings.plist";
-    ASSERT_FALSE(writeFileAtomically(path, sampleTree()).isError());
-    expectSameTree(sampleTree(), readFile(path).value());
-    ASSERT_FALSE(writeFileAtomically(path, Value("replaced"), Format::Binary).isError());
-    EXPECT_EQ(readFile(path).value(), Value("replaced"));
-
-    EXPECT_TRUE(readFile(dir / "missing.plist").isError());
-    EXPECT_TRUE(writeFileAtomically(dir / "no/such/folder/x.plist", Value(1)).isError());
-    std::string broken = dir.write("broken.plist", "<plist><dict><key>a</key>");
-    EXPECT_TRUE(readFile(broken).isError());
-    EXPECT_EQ(px::test::readFile(broken), "<plist><dict><key>a</key>") << "left as it was";
-}
-
 // A binary property list holding one dictionary whose only key is the given UTF-16 text.
 std::string binaryWithUtf16Key(const std::u16string& key) {
     std::string bytes = "bplist00";

@@ -14,7 +14,6 @@ namespace px::queue {
 namespace {
 
 using namespace std::chrono_literals;
-using Stopwatch = std::chrono::steady_clock;
 using Entries = std::vector<std::string>;
 
 // Every test leaves both queues empty for the next one.
@@ -53,22 +52,6 @@ TEST_F(QueuesTest, MainQueueRunsInOrderPostedTasksOnALaterTurnAndZeroDelayNeverI
     EXPECT_EQ(entries(), (Entries{"a", "b"}));
     runUntilIdle();
     EXPECT_EQ(entries(), (Entries{"a", "b", "c", "d"}));
-}
-
-TEST_F(QueuesTest, DelayedTasksRunInDueOrderFirstInFirstOutAmongEqualTimes) {
-    auto start = Stopwatch::now();
-    enterForegroundAfter(150ms, [&] { add("150"); });
-    enterForegroundAfter(15ms, [&] { add("15a"); });
-    enterBackgroundAfter(80ms, [&] { add("80"); });
-    enterForegroundAfter(15ms, [&] { add("15b"); });
-    enterBackground([&] { add("now"); });
-    enterBackgroundWithDelay(1, [&] { add("1s"); });
-    enterForegroundWithDelay(1, [&] { add("1s"); });
-    EXPECT_EQ(runPendingOnce(), 0);
-    runUntilIdle();
-    EXPECT_GE(Stopwatch::now() - start, 1s);
-    EXPECT_LT(Stopwatch::now() - start, 1500ms);
-    EXPECT_EQ(entries(), (Entries{"now", "15a", "15b", "80", "150", "1s", "1s"}));
 }
 
 TEST_F(QueuesTest, BackgroundJobsRunInOrderOneAtATimeOnOneWorkerThread) {

@@ -4,6 +4,7 @@
 #include "platform/fake/FakeApplications.h"
 #include "platform/fake/FakePasteboard.h"
 #include "platform/fake/FakeServices.h"
+#include "support_files/FakeUiLog.h"
 
 namespace px::test {
 
@@ -51,12 +52,7 @@ class ActionsFixture : public ExtensionFixture {
         return item;
     }
     static std::string fileUrl(const std::string& path) { return PXFile(path).url(); }
-    std::vector<std::string> alertTexts() const {
-        std::vector<std::string> texts;
-        for (const auto& alert : ui->alerts())
-            texts.push_back(alert.informative);
-        return texts;
-    }
+    std::vector<std::string> alertTexts() const { return test::alertTexts(*ui); }
 
     std::shared_ptr<platform::FakeApplications> apps =
         std::make_shared<platform::FakeApplications>(std::set<std::string>{"Viewer", "Warp"});
