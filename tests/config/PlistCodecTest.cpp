@@ -84,16 +84,6 @@ TEST(PlistCodec, RoundTripKeepsEveryKindAndValueInAnyTimeZone) {
     tzset();
 }
 
-TEST(PlistCodec, DatesKeepMicrosecondsInBinaryAndWholeSecondsInXml) {
-    for (double seconds : {kInstant + 0.25, kInstant + 0.000001, -1e6 - 0.75, 978307200.999999})
-        EXPECT_NEAR(roundTrip(Value::makeDate(seconds), Format::Binary).dateSeconds(), seconds,
-                    1e-6);
-    // A fraction is dropped, rounding down, so a date just before a second stays in it.
-    EXPECT_EQ(roundTrip(Value::makeDate(kInstant + 0.75), Format::Xml).dateSeconds(), kInstant);
-    EXPECT_EQ(roundTrip(Value::makeDate(-0.25), Format::Xml).dateSeconds(), -1);
-    EXPECT_EQ(roundTrip(Value::makeDate(kInstant - 1e-9), Format::Xml).dateSeconds(), kInstant);
-}
-
 // libplist takes strings as C strings: text after a zero byte is lost, never misread.
 TEST(PlistCodec, TextEndsAtAZeroByteAndNullsAreLeftOut) {
     Value tree = Value::makeDictionary({{std::string("k\0ey", 4), std::string("a\0b", 3)},
