@@ -54,18 +54,17 @@ TEST_F(ScriptedUiTest, AlertsWriteTheirLineAndCancelPressesTheCancelButtonElseTh
 }
 
 TEST_F(ScriptedUiTest, AnswersThatDoNotFitTheirPromptEndTheRunWithAMessage) {
-    auto& ui = script("button 1002\nopen /tmp\nbutton 1000\ntext x\nsave /a\ncolor 1 2 3\n"
+    auto& ui = script("button 1002\nopen /tmp\nbutton 1000\ntext x\ncolor 1 2 3\n"
                       "embed 0 x\nembed 2 Nope\nsave /a.zip password x");
     EXPECT_EQ(ui.runAlert(kDelete), 1001);
     EXPECT_EQ(ui.runAlert(kDelete), 1001);
     EXPECT_FALSE(ui.runOpenPanel({"/home", "Choose", "", false, true}));
     EXPECT_FALSE(ui.pickColor());
-    EXPECT_FALSE(ui.runNameEntry({"Name", "", "", false}));
     EXPECT_FALSE(ui.runEmbedDialog({"Folder", {"All"}}));
     EXPECT_FALSE(ui.runSavePanel({"/tmp", "a.zip", "", false, {}, {}, {}}));
     EXPECT_FALSE(ui.runEmbedDialog({"New Folder", {"All in one", "By extension"}}));
     EXPECT_FALSE(ui.runSavePanel({"/tmp", "a.zip", "", false, {}, {}, {}}));
-    EXPECT_EQ(exits, std::vector<int>(9, 3));
+    EXPECT_EQ(exits, std::vector<int>(8, 3));
     EXPECT_TRUE(reported("line 1") && reported("button 1002"));
     EXPECT_TRUE(reported("\"open /tmp\" does not answer the alert prompt")) << errors.str();
     EXPECT_TRUE(reported("\"embed 0 x\" does not answer the save prompt"));
@@ -89,17 +88,17 @@ TEST_F(ScriptedUiTest, PanelsTakePathsRelativeToTheirFolderAndWriteTheirLines) {
 }
 
 TEST_F(ScriptedUiTest, ProgressLinesAndTextsThatAreNotUtf8) {
-    auto& ui = script("text x");
+    auto& ui = script("cancel");
     ui.progressOpen({});
     ui.progressSetPercent(0.45678);
     ui.progressSetPercent(0.4571); // the same to three decimals: no new line
     ui.progressSetPercent(1.5);
     ui.progressSuccess("Compression Succeeded");
     ui.progressClose();
-    ui.runNameEntry({"Name", "", std::string("bad\xff name"), false});
+    ui.runAlert({"Tip", std::string("bad\xff name"), {}});
     EXPECT_TRUE(out.str().starts_with("{\"progress\":0.457}\n{\"progress\":1.0}\n"
                                       "{\"success\":\"Compression Succeeded\"}\n"));
-    EXPECT_EQ(lines().back()["default"], "bad\xEF\xBF\xBD name");
+    EXPECT_EQ(lines().back()["informative"], "bad\xEF\xBF\xBD name");
 }
 
 // Script mode's clipboard lines are checked by the command-line runs.

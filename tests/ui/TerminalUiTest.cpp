@@ -52,7 +52,6 @@ TEST_F(TerminalUiTest, EndOfInputCancelsEveryPrompt) {
     EXPECT_EQ(ui.runAlert(kReplace), 1002);
     EXPECT_FALSE(ui.runSavePanel({"/tmp", "a.zip", "", true, {}, {}, {}}));
     EXPECT_FALSE(ui.runOpenPanel({"/tmp", "Choose", "", false, true}));
-    EXPECT_FALSE(ui.runNameEntry({"Name", "", "x", false}));
     EXPECT_FALSE(ui.runEmbedDialog({"Folder", {"One", "Two"}}));
     EXPECT_FALSE(ui.pickColor());
 }
@@ -78,12 +77,10 @@ TEST_F(TerminalUiTest, SavePanelFileTypeChoice) {
     EXPECT_EQ(chosen, (std::vector<std::string>{"txt", "md"}));
 }
 
-TEST_F(TerminalUiTest, OpenNameEmbedAndColourTakeTheirDefaultsOnAnEmptyLine) {
-    auto& ui = typed("\nsub\n\nRenamed\n2\n\nred\n#FF3300\n1a2b3c\n");
+TEST_F(TerminalUiTest, OpenEmbedAndColourTakeTheirDefaultsOnAnEmptyLine) {
+    auto& ui = typed("\nsub\n2\n\nred\n#FF3300\n1a2b3c\n");
     EXPECT_EQ(ui.runOpenPanel({"/srv", "Authorize", "Allow", false, true}), "/srv");
     EXPECT_EQ(ui.runOpenPanel({"/srv", "Authorize", "Allow", false, true}), "/srv/sub");
-    EXPECT_EQ(ui.runNameEntry({"Name", "", "Old", false}), "Old");
-    EXPECT_EQ(ui.runNameEntry({"Name", "", "Old", false}), "Renamed");
     auto embed = ui.runEmbedDialog({"New Folder", {"All", "By extension"}});
     EXPECT_EQ(std::to_string(embed->mode) + " " + embed->name, "1 New Folder");
     auto first = ui.pickColor();
