@@ -46,25 +46,14 @@ TEST_F(MenuManagerTest, RemoveTakesEqualTwinsAndDeletesFilesOutsideTheMainMenu) 
     EXPECT_TRUE(test::exists(other));
 }
 
-TEST_F(MenuManagerTest, UpdateAndReplaceChangeOnlyTheirEntry) {
+TEST_F(MenuManagerTest, UpdateChangesOnlyItsEntry) {
     PXMenuManager::updateMenuKey(menukey::kRightMenu, "c", "displayName", Value("Sea"));
     EXPECT_EQ(storedEntry(2).get("displayName"), Value("Sea"));
     PXMenuManager::updateMenuKey(menukey::kRightMenu, "c", "displayName", Value());
     EXPECT_FALSE(storedEntry(2).get("displayName"));
-    PXMenuManager::replaceMenuKey(menukey::kRightMenu,
-                                  dict({{"key", Value("b")}, {"icon", Value("new")}}));
-    EXPECT_EQ(storedEntry(1).get("icon"), Value("new"));
     Value before = stored(menukey::kRightMenu);
     PXMenuManager::updateMenuKey(menukey::kRightMenu, "zzz", "icon", Value("x"));
     EXPECT_EQ(stored(menukey::kRightMenu), before);
-}
-
-TEST_F(MenuManagerTest, FoldersAreMadeOnDemandAndAnsweredEvenWhenImpossible) {
-    EXPECT_EQ(PXMenuManager::fileTemplateFolder(), folder / "PXFileTemplate");
-    EXPECT_TRUE(test::exists(folder / "PXFileTemplate"));
-    PXMenuManager::configure(suite, folder / "missing/deeper");
-    EXPECT_EQ(PXMenuManager::cacheFolder(), folder / "missing/deeper/PXCache");
-    EXPECT_FALSE(test::exists(folder / "missing"));
 }
 
 } // namespace
