@@ -1,24 +1,9 @@
-#include "ExtensionFixture.h"
+#include "support_files/ActionsFixture.h"
 
 using namespace px;
 using namespace px::test;
-using px::plist::Value;
 
 namespace {
-
-class FakeWorkspace final : public platform::Workspace {
-  public:
-    bool openURL(const std::string& url) override {
-        opened.push_back(url);
-        return true;
-    }
-    bool revealInFileManager(const std::string&) override { return true; }
-    std::vector<std::string> mountedVolumes() override { return volumes; }
-    void observeMounts(std::function<void()> handler) override { onMount = std::move(handler); }
-
-    std::vector<std::string> volumes{"/media/usb", "/"}, opened;
-    std::function<void()> onMount;
-};
 
 class StartupTest : public ExtensionFixture {
   protected:
@@ -26,37 +11,8 @@ class StartupTest : public ExtensionFixture {
         ExtensionFixture::SetUp();
         platform::current().workspace = workspace;
     }
-    std::shared_ptr<FakeWorkspace> workspace = std::make_shared<FakeWorkspace>();
+    std::shared_ptr<RecordingWorkspace> workspace = std::make_shared<RecordingWorkspace>();
 };
-
-TEST_F(StartupTest, RootIsAlwaysMonitoredAndVolumesOnlyWhenAskedForASecondAfterAMount) {
-    { FinderSync sync; }
-    EXPECT_EQ(controller->directoryURLs(), (std::vector<std::string>{"/"}));
-    EXPECT_FALSE(workspace->onMount);
-    suite->setBool("pref check3", true);
-    FinderSync sync;
-    EXPECT_EQ(controller->directoryURLs(), (std::vector<std::string>{"/", "/media/usb"}));
-    ASSERT_TRUE(workspace->onMount);
-    workspace->volumes.push_back("/media/disk");
-    workspace->onMount();
-    EXPECT_EQ(controller->directoryURLs().size(), 2u);
-    queue::runUntilIdle();
-    EXPECT_EQ(controller->directoryURLs().size(), 3u);
-}
-
-TEST_F(StartupTest, OnlyAFileManagerSessionClearsTheCutList) {
-    PXMenuManager::updateMenuKey(menukey::kRightMenu, "Cut Paste", "cutPaths",
-                                 Value::makeArray({Value("/x")}));
-    auto cutPaths = [&] {
-        for (const auto& entry : suite->arrayForKey(menukey::kRightMenu).array())
-            if (entry.get("key") == Value("Cut Paste")) return entry.get("cutPaths").array().size();
-        return size_t{99};
-    };
-    { FinderSync commandLine; }
-    EXPECT_EQ(cutPaths(), 1u);
-    FinderSync plugin(FinderSync::Options{.clearCutList = true});
-    EXPECT_EQ(cutPaths(), 0u);
-}
 
 TEST_F(StartupTest, SelectionFallsBackToTheTargetAndDropsTheRoot) {
     FinderSync sync;
