@@ -23,7 +23,6 @@ const std::pair<const char*, TextMember> kTexts[] = {{"appName", &PXMenuItem::ap
                                                      {"templatePath", &PXMenuItem::templatePath}};
 const std::pair<const char*, FlagMember> kFlags[] = {
     {"disabledAuth", &PXMenuItem::disabledAuth},
-    {"disabledOpenPath", &PXMenuItem::disabledOpenPath},
     {"mainMenuNewFile", &PXMenuItem::isMainMenuNewFile},
     {"special", &PXMenuItem::isSpecialFile},
     {"toMainMenu", &PXMenuItem::isAddToMainMenu}};
@@ -60,10 +59,9 @@ class ListFieldsTest : public test::ConfigFixture {
 
 TEST_F(ListFieldsTest, EachListReadsTheFieldsOfItsOwnEntries) {
     storeEverything(menukey::kRightMenu);
-    EXPECT_EQ(
-        filled(PXMenuManager::menuItemArray()),
-        (Names{"appName", "disabledAuth", "disabledOpenPath", "displayName", "ext", "fileName",
-               "icon", "iconPath", "mainMenuNewFile", "special", "templatePath", "toMainMenu"}));
+    EXPECT_EQ(filled(PXMenuManager::menuItemArray()),
+              (Names{"appName", "disabledAuth", "displayName", "ext", "fileName", "icon",
+                     "iconPath", "mainMenuNewFile", "special", "templatePath", "toMainMenu"}));
 
     storeEverything(menukey::kNewFile);
     EXPECT_EQ(filled(PXMenuManager::newFileTemplateMenuArray(false)),
@@ -76,8 +74,7 @@ TEST_F(ListFieldsTest, EachListReadsTheFieldsOfItsOwnEntries) {
 
     storeEverything(menukey::kCommonApp);
     auto apps = PXMenuManager::commonAppMenuArray();
-    EXPECT_EQ(filled(apps),
-              (Names{"disabledOpenPath", "displayName", "icon", "iconPath", "toMainMenu"}));
+    EXPECT_EQ(filled(apps), (Names{"displayName", "icon", "iconPath", "toMainMenu"}));
     EXPECT_EQ(apps.front()->appName, "Entry") << "a common application is named by its key";
 }
 

@@ -41,16 +41,11 @@ TEST_F(MenuListsTest, DisabledEntriesAreLeftOutFlagsReadLooselyAndAppsJoinTheirL
 
 TEST_F(MenuListsTest, RunTimeAttributesFollowTheKey) {
     storeMain({keyed("Lock and Unlock", {{"appName", Value("Gedit")}}),
-               keyed("Color Picker", {{"disabledAuth", Value(false)}}),
-               keyed("Hide Selected Files"), keyed("Unhide All Files"), keyed("Execute Script")});
+               keyed("Color Picker", {{"disabledAuth", Value(false)}})});
     auto items = PXMenuManager::menuItemArray();
     auto lock = find(items, "Lock and Unlock");
     EXPECT_TRUE(lock->isNeedSelectURL && !lock->isNotNeedURL) << "the key wins over appName";
     EXPECT_TRUE(find(items, "Color Picker")->disabledAuth);
-    EXPECT_TRUE(find(items, "Hide Selected Files")->isNeedSelectURL);
-    EXPECT_FALSE(find(items, "Unhide All Files")->isNeedSelectURL);
-    EXPECT_EQ(find(items, "Unhide All Files")->command, "chflags nohidden");
-    EXPECT_EQ(find(items, "Execute Script")->formats, (std::vector<std::string>{"sh", "scpt"}));
 }
 
 TEST_F(MenuListsTest, WrongTypedEntriesNeitherCrashNorLeak) {
