@@ -27,13 +27,4 @@ std::string randomBytes(std::size_t count, unsigned seed) {
     return bytes;
 }
 
-std::int64_t deflatedSize(const std::string& path, int level) {
-    constexpr const char* script = "import sys, zlib\n"
-                                   "c = zlib.compressobj(int(sys.argv[2]), zlib.DEFLATED, -15, 8)\n"
-                                   "data = open(sys.argv[1], 'rb').read()\n"
-                                   "print(len(c.compress(data) + c.flush()))\n";
-    ProcessResult result = runProcess({"python3", "-c", script, path, std::to_string(level)});
-    return result.exitStatus == 0 ? std::stoll(result.out) : -1;
-}
-
 } // namespace px::test

@@ -14,7 +14,5 @@ namespace px::test {
 void writeFile(const std::string& path, const std::string& bytes, mode_t mode = 0644);
 void setModificationTime(const std::string& path, std::time_t time);
 std::string randomBytes(std::size_t count, unsigned seed);
-// The raw deflate size of `path`'s bytes at `level`, computed with the reference zlib.
-std::int64_t deflatedSize(const std::string& path, int level);
 
 } // namespace px::test

@@ -59,47 +59,5 @@ TEST_F(EntryFormat, EntriesCarryTypeModeEncryptionAndNameFlags) {
         EXPECT_EQ(entry.createSystem, 3) << entry.name;
 }
 
-// libzip takes a level of 0 for "default", which it turns into 9: the writer must not.
-TEST_F(EntryFormat, TheDefaultLevelIsDeflateLevelSix) {
-    writeFile(temp / "f.txt", compressibleText());
-    std::int64_t six = deflatedSize(temp / "f.txt", 6), nine = deflatedSize(temp / "f.txt", 9);
-    ASSERT_NE(six, nine) << "the sample must tell the levels apart";
-    SSZipArchive zip(archive);
-    ASSERT_TRUE(zip.open());
-    ASSERT_TRUE(zip.writeFileAtPath(temp / "f.txt", std::nullopt, std::nullopt));
-    ASSERT_TRUE(zip.close());
-    const auto entries = zipEntries(archive);
-    ASSERT_EQ(entries.size(), 1u);
-    EXPECT_EQ(entries[0].compressType, 8);
-    EXPECT_EQ(entries[0].compressSize, six);
-}
-
-TEST_F(EntryFormat, DateIsTheLocalDosDateClampedToItsRange) {
-    const std::pair<const char*, std::time_t> files[] = {
-        {"new.txt", 1700000001}, // odd second: DOS keeps 2-second steps
-        {"old.txt", 100000000},  // 1973
-        {"far.txt", 5000000000}, // 2128
-    };
-    SSZipArchive zip(archive);
-    ASSERT_TRUE(zip.open());
-    for (const auto& [name, time] : files) {
-        writeFile(temp / name, name);
-        setModificationTime(temp / name, time);
-        ASSERT_TRUE(zip.writeFileAtPath(temp / name, std::nullopt, std::nullopt));
-    }
-    ASSERT_TRUE(zip.close());
-
-    std::time_t when = 1700000001;
-    struct tm local {};
-    ::localtime_r(&when, &local);
-    auto entries = zipEntries(archive);
-    ASSERT_EQ(entries.size(), 3u);
-    EXPECT_EQ(entries[0].dateTime,
-              (std::array<int, 6>{local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
-                                  local.tm_hour, local.tm_min, local.tm_sec / 2 * 2}));
-    EXPECT_EQ(entries[1].dateTime, (std::array<int, 6>{1980, 1, 1, 0, 0, 0}));
-    EXPECT_EQ(entries[2].dateTime, (std::array<int, 6>{2107, 12, 31, 23, 59, 58}));
-}
-
 } // namespace
 } // namespace px::test
