@@ -1,6 +1,6 @@
 #include "media/ColorResult.h"
 
-#include "ActionFixture.h"
+#include <gtest/gtest.h>
 
 namespace px::test {
 namespace {
@@ -17,18 +17,6 @@ TEST(ColorText, HexTruncatesRgbRoundsAndBothClamp) {
     EXPECT_EQ(colorresult::rgbText({0.999, 0.002, 0.0039}), "255,1,1");
     EXPECT_EQ(colorresult::hexText({1.2, -0.1, 0.5}, false), "FF007F");
     EXPECT_EQ(colorresult::rgbText({1.2, -0.1, 0.5}), "255,0,128");
-}
-
-class ColorResultDialogTest : public ActionFixture {};
-
-TEST_F(ColorResultDialogTest, SecondButtonOrCancelCopiesRgbAndNeverCompletes) {
-    ui->answers({"button 1001", "cancel"});
-    bool completed = false;
-    colorresult::colorPickerChange({0, 0, 1}, [&] { completed = true; });
-    EXPECT_EQ(ui->alerts().at(0).informative, "HEX\uFF1A0000FF\n\nRGB\uFF1A0,0,255");
-    colorresult::colorPickerChange({1, 0, 0}, {});
-    EXPECT_EQ(pasteboard->writes(), (std::vector<std::string>{"0,0,255", "255,0,0"}));
-    EXPECT_FALSE(completed);
 }
 
 } // namespace
