@@ -13,7 +13,6 @@ using namespace px;
 using namespace px::test;
 using Kind = px::platform::FakeUi::ProgressEvent::Kind;
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 
 namespace {
 
@@ -56,13 +55,6 @@ class ConvertActionTest : public ExtensionFixture {
 
     FinderSync sync;
 };
-
-TEST_F(ConvertActionTest, JpegForAJpgWritesAJpegBesideItUnderTheProgressWindow) {
-    convert({sample("a.jpg")}, "JPEG");
-    EXPECT_EQ(identify(work / "a.jpeg"), "JPEG 64x48");
-    EXPECT_TRUE(alertTexts(*ui).empty());
-    expectWindowClosedOnce();
-}
 
 // Images are converted beside themselves, replacing what was there without asking; names are
 // ordinary text; broken images, other files and upper-case extensions are passed over silently.
@@ -119,15 +111,8 @@ TEST_F(ConvertActionTest, IconExportTakesItsTypeFromTheTargetAndRefusesANonSquar
     const std::string square = work / "logo.png";
     ASSERT_TRUE(media::saveImageWithExt(sampleImage().crop(0, 0, 48, 48), "PNG", square));
     convert({square}, "iOS AppIconset");
-    EXPECT_TRUE(exists(work / "logo(iOS)/AppIcon.appiconset/Contents.json"));
     EXPECT_EQ(identify(work / "logo(iOS)/AppIcon.appiconset/store_1024x1024.png"), "PNG 1024x1024");
     EXPECT_EQ(alertTexts(*ui).size(), 1u);
-}
-
-TEST_F(ConvertActionTest, PdfWithOneImageStillGoesToTheMerge) {
-    convert({sample("page.png")}, "PDF");
-    EXPECT_THAT(describe(work / "page.pdf"), HasSubstr("PDF document"));
-    expectWindowClosedOnce();
 }
 
 TEST_F(ConvertActionTest, APdfSourceHasItsPagesExtractedWithProgressAndABrokenOneIsSkipped) {

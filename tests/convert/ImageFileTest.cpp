@@ -5,31 +5,22 @@
 #include "support_files/TestSupport.h"
 
 #include <filesystem>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 namespace px::test {
 namespace {
 
-using ::testing::HasSubstr;
-using ::testing::StartsWith;
-
 struct Target {
     const char* key;
     const char* extension;
     const char* magickName; // identify's %m
-    const char* fileSays;   // in file(1)'s description
     bool keepsAlpha;
 };
 
 const Target kTargets[] = {
-    {"PNG", "png", "PNG", "PNG image data", true},
-    {"JPEG", "jpeg", "JPEG", "JPEG image data", false},
-    {"JP2", "jp2", "JP2", "JPEG 2000", true},
-    {"TIFF", "tiff", "TIFF", "TIFF image data", true},
-    {"BMP", "bmp", "BMP", "PC bitmap", false},
-    {"GIF", "gif", "GIF", "GIF image data", true},
+    {"PNG", "png", "PNG", true},    {"JPEG", "jpeg", "JPEG", false}, {"JP2", "jp2", "JP2", true},
+    {"TIFF", "tiff", "TIFF", true}, {"BMP", "bmp", "BMP", false},    {"GIF", "gif", "GIF", true},
 };
 
 const char* const kSources[] = {"png",  "jpg", "tiff", "bmp",  "gif",
@@ -76,7 +67,6 @@ TEST(ImageFile, ConvertsEverySourceFormatToEveryTarget) {
                 dir / (std::string("from-") + sourceExt + "." + target.extension);
             ASSERT_TRUE(media::saveImageWithExt(*image, target.key, out)) << source << " " << out;
             EXPECT_EQ(identify(out), std::string(target.magickName) + " 64x48") << out;
-            EXPECT_THAT(describe(out), HasSubstr(target.fileSays)) << out;
             expectColours(source, out, target);
         }
     }
@@ -116,21 +106,6 @@ TEST(ImageFile, FilesThatAreNotImagesDoNotLoad) {
          {dir / "absent.png", dir.write("text.png", "just some words\n"), dir.write("empty.jpg"),
           dir.write("noise.gif", noise), dir.mkdir("folder.png")})
         EXPECT_FALSE(media::loadImage(path).has_value()) << path;
-}
-
-TEST(ImageFile, ResamplesToExactSizesKeepingTransparency) {
-    TempDir dir;
-    const vips::VImage square = sampleImage().crop(0, 0, 48, 48);
-    for (const auto& [width, height] : {std::pair{16, 16}, {167, 167}, {1024, 1024}, {55, 31}}) {
-        const vips::VImage resized = media::resampledImage(square, width, height);
-        EXPECT_EQ(resized.width(), width);
-        EXPECT_EQ(resized.height(), height);
-    }
-    const std::string out = dir / "icon.png";
-    ASSERT_TRUE(media::saveImageWithExt(media::resampledImage(square, 480, 480), "PNG", out));
-    EXPECT_EQ(alphaAt(out, 5, 5), 0);
-    EXPECT_EQ(alphaAt(out, 300, 300), 255);
-    EXPECT_GT(pixelAt(out, 300, 300).red, 250);
 }
 
 } // namespace

@@ -84,8 +84,4 @@ std::string identify(const std::string& path) {
     return runProcess({"identify", "-format", "%m %wx%h", path + "[0]"}).out;
 }
 
-std::string describe(const std::string& path) {
-    return runProcess({"file", "-b", path}).out;
-}
-
 } // namespace px::test

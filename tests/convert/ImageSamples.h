@@ -30,7 +30,5 @@ int alphaAt(const std::string& path, int x, int y);
 
 // ImageMagick's name of the file's format and its size ("PNG 64x48").
 std::string identify(const std::string& path);
-// file(1)'s description of the file's contents.
-std::string describe(const std::string& path);
 
 } // namespace px::test
