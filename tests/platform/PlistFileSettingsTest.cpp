@@ -42,9 +42,6 @@ TEST_F(PlistFileSettingsTest, WritesReachOtherReadersAndReadsLooseTypes) {
     theirs.removeObject("num");
     EXPECT_FALSE(mine.objectForKey("num"));
     EXPECT_NE(test::readFile(path()).find("<plist"), std::string::npos);
-    PlistFileSettings deeper(dir / "a/b/group.plist");
-    deeper.setInteger("k", 5);
-    EXPECT_EQ(PlistFileSettings(dir / "a/b/group.plist").integerForKey("k"), 5);
 }
 
 TEST_F(PlistFileSettingsTest, StoredValuesAreDetachedFromTheCaller) {
