@@ -16,32 +16,16 @@ std::string outputOf(const std::vector<std::string>& argv) {
     return result.exitStatus == 0 ? result.out : std::string{};
 }
 
-namespace {
-
-// The values of pdfinfo's lines that start with `label`.
-std::vector<std::string> pdfinfoValues(const std::string& pdf, const std::string& label,
-                                       const std::vector<std::string>& options) {
-    std::vector<std::string> argv{"pdfinfo"};
-    argv.insert(argv.end(), options.begin(), options.end());
-    argv.push_back(pdf);
-    std::istringstream lines(outputOf(argv));
-    std::vector<std::string> values;
-    for (std::string line; std::getline(lines, line);) {
-        if (line.rfind(label, 0) != 0) continue;
-        std::string value = line.substr(line.find(':') + 1);
-        value.erase(0, value.find_first_not_of(' '));
-        values.push_back(value);
-    }
-    return values;
-}
-
-} // namespace
-
+// pdfinfo prints "Page    1 size: 40 x 30 pts" for every page in the range.
 std::vector<std::string> pdfPageSizes(const std::string& pdf) {
+    std::istringstream lines(outputOf({"pdfinfo", "-f", "1", "-l", "9999", pdf}));
     std::vector<std::string> sizes;
-    for (const std::string& value : pdfinfoValues(pdf, "Page ", {"-f", "1", "-l", "9999"})) {
-        if (value.find(" pts") == std::string::npos) continue;
-        sizes.push_back(value.substr(0, value.find(" pts")));
+    for (std::string line; std::getline(lines, line);) {
+        const std::size_t size = line.find("size:"), end = line.find(" pts");
+        if (!line.starts_with("Page ") || size == std::string::npos || end == std::string::npos)
+            continue;
+        const std::size_t start = line.find_first_not_of(' ', size + 5);
+        sizes.push_back(line.substr(start, end - start));
     }
     return sizes;
 }
