@@ -79,17 +79,4 @@ TEST_F(CopyMoveActionTest, AFailedItemIsReportedWithItsReasonAndTheSuccessStateS
     EXPECT_EQ(count(Kind::Success), 1);
 }
 
-TEST_F(CopyMoveActionTest, AFolderIsCopiedWholeAndNotIntoItself) {
-    work.write("src/tree/sub/x", "x");
-    ::symlink("sub/x", (work / "src/tree/link").c_str());
-    const TreeState tree = snapshot(work / "src/tree");
-    sendTo({work / "src/tree"}, destination, true);
-    EXPECT_EQ(snapshot(destination + "/tree"), tree);
-
-    sendTo({work / "src/tree"}, work / "src/tree/sub", false);
-    ASSERT_EQ(ui->alerts().size(), 1u);
-    EXPECT_THAT(ui->alerts()[0].informative, HasSubstr("into itself"));
-    EXPECT_EQ(snapshot(work / "src/tree"), tree);
-}
-
 } // namespace

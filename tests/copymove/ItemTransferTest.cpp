@@ -77,17 +77,6 @@ TEST_F(ItemTransferTest, AFolderGoesNeitherIntoItselfNorBelowItself) {
     EXPECT_EQ(snapshot(work / "tree"), before);
 }
 
-TEST_F(ItemTransferTest, AVanishedSourceIsAClearErrorAndTouchesNothing) {
-    const std::string target = work.write("to/f", "keep");
-    for (auto* move : {&transfer::copyItem, &transfer::moveItem}) {
-        auto gone = (*move)(work / "gone", target, Existing::Replace);
-        ASSERT_FALSE(gone);
-        EXPECT_EQ(gone.error().code, ENOENT);
-        EXPECT_NE(gone.error().message.find(work / "gone"), std::string::npos);
-    }
-    EXPECT_EQ(readFile(target), "keep");
-}
-
 // /dev/shm is a tmpfs, another file system than the temporary folder's in most setups.
 class CrossFileSystemTest : public ItemTransferTest {
   protected:
