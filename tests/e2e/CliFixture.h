@@ -88,14 +88,6 @@ class CliFixture : public ::testing::Test {
         if (tag < 0) return {-1, "", keyPath.back() + " is not offered"};
         return runTag(tag, args, answers);
     }
-    // The names in a folder, sorted.
-    static Strings listing(const std::string& folder) {
-        Strings names;
-        for (const auto& item : std::filesystem::directory_iterator(folder))
-            names.push_back(item.path().filename().string());
-        std::sort(names.begin(), names.end());
-        return names;
-    }
     // The transcript lines that carry the key.
     static std::vector<nlohmann::json> withKey(const std::string& out, const std::string& key) {
         std::vector<nlohmann::json> found;

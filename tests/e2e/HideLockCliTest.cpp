@@ -10,10 +10,6 @@ namespace {
 class HideLockCliTest : public CliFixture {
   protected:
     void SetUp() override { setUpMenus({"Delete", "Lock and Unlock"}); }
-    static unsigned modeOf(const std::string& path) {
-        struct stat info {};
-        return ::stat(path.c_str(), &info) == 0 ? (info.st_mode & 07777) : 0;
-    }
 };
 
 TEST_F(HideLockCliTest, HideAndUnhideEditTheFoldersList) {
@@ -28,14 +24,6 @@ TEST_F(HideLockCliTest, HideAndUnhideEditTheFoldersList) {
     EXPECT_TRUE(exists(odd) && exists(plain));
     ASSERT_EQ(runEntry({"Unhide All Files"}, request(1, dir)).exitStatus, 0);
     EXPECT_EQ(readFile(dir + "/.hidden"), "# by hand\n");
-
-    std::string fresh = work.mkdir("fresh");
-    work.write("fresh/b");
-    work.write("fresh/a");
-    ASSERT_EQ(runEntry({"Hide All Files"}, request(1, fresh)).exitStatus, 0);
-    EXPECT_EQ(readFile(fresh + "/.hidden"), "a\nb\n");
-    ASSERT_EQ(runEntry({"Unhide All Files"}, request(1, fresh)).exitStatus, 0);
-    EXPECT_FALSE(exists(fresh + "/.hidden"));
 }
 
 TEST_F(HideLockCliTest, LockThenUnlockAMixedSelection) {

@@ -40,10 +40,6 @@ class MenuActionsTest : public ActionsFixture {
         select({}, folder);
         return choose(MenuKind::ContextualContainer, key);
     }
-    static unsigned modeOf(const std::string& path) {
-        struct stat info {};
-        return ::stat(path.c_str(), &info) == 0 ? (info.st_mode & 07777) : 0;
-    }
 
     FinderSync sync;
 };

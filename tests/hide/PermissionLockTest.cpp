@@ -13,11 +13,6 @@ using namespace px::test;
 
 namespace {
 
-unsigned modeOf(const std::string& path) {
-    struct stat info {};
-    return ::stat(path.c_str(), &info) == 0 ? (info.st_mode & 07777) : 0;
-}
-
 std::string attribute(const std::string& path) {
     char buffer[64] = {};
     ssize_t size = ::getxattr(path.c_str(), modeattr::kName, buffer, sizeof buffer);

@@ -15,15 +15,6 @@ using Names = std::vector<std::string>;
 
 namespace {
 
-// Nothing but the expected names: no temporary item is ever left behind.
-Names entries(const std::string& folder) {
-    Names names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder))
-        names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
 TEST(FileCreationTest, OverlappingOrFailedCopiesAreRefusedAndLeaveNoHalfItem) {
     TempDir dir;
     dir.write("tpl/inside.txt", "in");
@@ -32,13 +23,13 @@ TEST(FileCreationTest, OverlappingOrFailedCopiesAreRefusedAndLeaveNoHalfItem) {
         EXPECT_TRUE(creation::copyItem(dir / "tpl", target, Existing::Replace).isError()) << target;
     EXPECT_TRUE(
         creation::copyItem(dir / "tpl/inside.txt", dir.path(), Existing::Replace).isError());
-    EXPECT_EQ(entries(dir / "tpl"), Names{"inside.txt"});
+    EXPECT_EQ(listing(dir / "tpl"), Names{"inside.txt"});
     EXPECT_EQ(readFile(dir / "tpl/inside.txt"), "in");
 
     ASSERT_EQ(::mkfifo((dir / "tpl/pipe").c_str(), 0600), 0);
     EXPECT_TRUE(creation::copyItem(dir / "tpl", dir / "new", Existing::Keep).isError());
     EXPECT_TRUE(creation::writeFile(dir / "no/such/folder.txt", "x", Existing::Keep).isError());
-    EXPECT_EQ(entries(dir.path()), (Names{"alias", "tpl"}));
+    EXPECT_EQ(listing(dir.path()), (Names{"alias", "tpl"}));
 }
 
 // A theme in the user's icon folder: index.theme with the folders and empty icon files.

@@ -30,14 +30,6 @@ class NewFileFixture : public ActionsFixture {
         item->templatePath = templatePath;
         return item;
     }
-    // The names in a folder, sorted.
-    static std::vector<std::string> names(const std::string& folder) {
-        std::vector<std::string> result;
-        for (const auto& entry : std::filesystem::directory_iterator(folder))
-            result.push_back(entry.path().filename().string());
-        std::sort(result.begin(), result.end());
-        return result;
-    }
 };
 
 } // namespace px::test

@@ -26,7 +26,7 @@ TEST_F(PlainNewFileTest, ReplaceSwapsAFolderForTheNewFileButNeverTheTemplateItse
     createIn(holder);
     EXPECT_EQ(readFile(work / "notes.txt"), "precious");
     EXPECT_EQ(readFile(work / "box/inner.txt"), "inside");
-    EXPECT_EQ(names(work.path()), (Names{"Untitled.json", "box", "notes.txt"}));
+    EXPECT_EQ(listing(work.path()), (Names{"Untitled.json", "box", "notes.txt"}));
     EXPECT_EQ(alertTexts().back(), localized("Error Common Tip"));
 }
 
@@ -40,7 +40,7 @@ TEST_F(PlainNewFileTest, NamesExtensionsAndTheTargetFolder) {
     odd->fileName = "a\"b $(touch pwned) `id` ; rm -rf x";
     for (const auto& item : {makefile, blankName, odd})
         createIn(item);
-    EXPECT_EQ(names(work.path()), (Names{"Makefile", "Untitled.md", odd->fileName + ".sh"}));
+    EXPECT_EQ(listing(work.path()), (Names{"Makefile", "Untitled.md", odd->fileName + ".sh"}));
 
     // A selected file: the new file goes beside it. No selection: the home folder.
     create(templateItem("json"), {work.write("sub/notes.txt", "n")});
@@ -67,7 +67,7 @@ TEST_F(PlainNewFileTest, UnusableTemplatesAndFoldersGiveAnAlertAndLeaveNothing) 
     createIn(itemWith("pipe", "txt", work / "pipe"));
     createIn(itemWith("gone", "txt", work / "vanished.txt"));
     create(templateItem("txt"), {work / "missing/folder.txt"});
-    EXPECT_EQ(names(work.path()), Names{"pipe"});
+    EXPECT_EQ(listing(work.path()), Names{"pipe"});
     EXPECT_EQ(alertTexts(), Names(3, localized("Error Common Tip")));
 }
 

@@ -1,5 +1,4 @@
 #include "support/AccessDescription.h"
-#include "support/PathCoverage.h"
 #include "support_files/TestSupport.h"
 
 #include <filesystem>
@@ -10,16 +9,6 @@
 
 namespace px {
 namespace {
-
-TEST(GrantCoverage, FollowsFolderBoundaries) {
-    using Pairs = std::vector<std::pair<std::string, std::string>>;
-    for (const auto& [grant, path] :
-         Pairs{{"/a/b", "/a/b"}, {"/a/b", "/a/b/c"}, {"/a/b", "/a/b/"}, {"/", "/"}, {"/", "/x/y"}})
-        EXPECT_TRUE(grantCovers(grant, path)) << grant << " " << path;
-    for (const auto& [grant, path] :
-         Pairs{{"/a/b", "/a/bc"}, {"/a/b", "/a"}, {"/a/b/c", "/a/b"}, {"", "/a"}, {"/a/b", ""}})
-        EXPECT_FALSE(grantCovers(grant, path)) << grant << " " << path;
-}
 
 TEST(AccessDescription, ListsKindPermissionsOwnerAndPathOfTheNearestExistingItem) {
     test::TempDir dir;

@@ -62,4 +62,9 @@ struct ProcessResult {
 // Runs a program with an argument vector (no shell), feeding `input` to its standard input.
 ProcessResult runProcess(const std::vector<std::string>& argv, const std::string& input = {});
 
+// The names in a folder, sorted.
+std::vector<std::string> listing(const std::string& folder);
+// The permission bits of the item, 0 when it cannot be read.
+unsigned modeOf(const std::string& path);
+
 } // namespace px::test
