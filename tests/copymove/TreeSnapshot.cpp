@@ -2,7 +2,6 @@
 
 #include "support_files/TestSupport.h"
 
-#include <algorithm>
 #include <csignal>
 #include <fcntl.h>
 #include <filesystem>
@@ -62,21 +61,6 @@ TreeState snapshot(const std::string& root) {
 void setTimes(const std::string& path, long long atimeNs, long long mtimeNs) {
     const timespec times[2] = {toTimespec(atimeNs), toTimespec(mtimeNs)};
     ::utimensat(AT_FDCWD, path.c_str(), times, AT_SYMLINK_NOFOLLOW);
-}
-
-long long accessTimeNs(const std::string& path) {
-    struct stat info {};
-    ::lstat(path.c_str(), &info);
-    return info.st_atim.tv_sec * 1000000000LL + info.st_atim.tv_nsec;
-}
-
-std::vector<std::string> listing(const std::string& folder) {
-    std::vector<std::string> names;
-    std::error_code code;
-    for (const auto& entry : fs::directory_iterator(folder, code))
-        names.push_back(entry.path().filename().native());
-    std::sort(names.begin(), names.end());
-    return names;
 }
 
 int inChildWithFileSizeLimit(off_t limit, const std::function<int()>& work) {

@@ -25,10 +25,6 @@ TreeState snapshot(const std::string& root);
 
 // Sets an item's access and modification times (nanoseconds since 1970), not following links.
 void setTimes(const std::string& path, long long atimeNs, long long mtimeNs);
-long long accessTimeNs(const std::string& path);
-
-// Names in a folder (without "." and ".."), sorted.
-std::vector<std::string> listing(const std::string& folder);
 
 // Runs `work` in a child process whose writes cannot make a file larger than `limit` bytes
 // (they fail with EFBIG); answers the child's exit status, -1 when it did not exit.
