@@ -12,7 +12,7 @@
 namespace px::media {
 namespace {
 
-using test::folderNames;
+using test::listing;
 using test::readFile;
 using test::TempDir;
 using ::testing::ElementsAre;
@@ -43,7 +43,7 @@ class ExtractTest : public ::testing::Test {
 TEST_F(ExtractTest, EveryPageMatchesPdftoppmAt150DpiAndIsCountedInOrder) {
     const std::string pdf = samplePdf("doc.pdf", 3);
     EXPECT_THAT(extract(pdf, "PNG"), ElementsAre(Report{3, 1}, Report{3, 2}, Report{3, 3}));
-    EXPECT_THAT(folderNames(dir / "doc"), ElementsAre("1.png", "2.png", "3.png"));
+    EXPECT_THAT(listing(dir / "doc"), ElementsAre("1.png", "2.png", "3.png"));
     test::outputOf({"pdftoppm", "-r", "150", "-png", pdf, dir / "reference"});
     for (int page = 1; page <= 3; ++page) {
         const auto difference =
@@ -63,7 +63,7 @@ TEST_F(ExtractTest, UnreadableOrEmptyDocumentsReportZeroAndWriteNothing) {
     ::unlink(plain.c_str());
     for (const char* name : {"missing.pdf", "broken.pdf", "empty.pdf", "locked.pdf"})
         EXPECT_THAT(extract(dir / name, "png"), ElementsAre(Report{0, 0})) << name;
-    EXPECT_THAT(folderNames(dir.path()), ElementsAre("broken.pdf", "empty.pdf", "locked.pdf"));
+    EXPECT_THAT(listing(dir.path()), ElementsAre("broken.pdf", "empty.pdf", "locked.pdf"));
     extractImageFromPDF(dir / "missing.pdf", "png", {}); // no progress block: no report, no fault
 }
 
@@ -72,9 +72,9 @@ TEST_F(ExtractTest, ExistingFolderReceivesThePagesAndAnEmptyUniqueFolderIsMade) 
     dir.write("doc/1.png", "stale");
     dir.write("doc/keep.txt", "mine");
     extract(pdf, "PNG");
-    EXPECT_THAT(folderNames(dir.path()), ElementsAre("doc", "doc-1", "doc.pdf"));
-    EXPECT_THAT(folderNames(dir / "doc-1"), ElementsAre());
-    EXPECT_THAT(folderNames(dir / "doc"), ElementsAre("1.png", "2.png", "keep.txt"));
+    EXPECT_THAT(listing(dir.path()), ElementsAre("doc", "doc-1", "doc.pdf"));
+    EXPECT_THAT(listing(dir / "doc-1"), ElementsAre());
+    EXPECT_THAT(listing(dir / "doc"), ElementsAre("1.png", "2.png", "keep.txt"));
     EXPECT_NE(readFile(dir / "doc/1.png"), "stale");
     EXPECT_EQ(readFile(dir / "doc/keep.txt"), "mine");
 }

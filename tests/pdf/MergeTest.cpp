@@ -12,7 +12,7 @@
 namespace px::media {
 namespace {
 
-using test::folderNames;
+using test::listing;
 using test::makeImage;
 using test::pdfPageSizes;
 using test::pdfText;
@@ -52,7 +52,7 @@ TEST_F(MergeTest, OneImageBecomesOnePageOfItsSizeNamedAfterIt) {
     const std::string name = "it's \"$(touch pwned)\" `id`";
     mergeToPDF({image(name + ".png", "40x30")});
     const std::string merged = dir / (name + ".pdf");
-    EXPECT_THAT(folderNames(dir.path()), ElementsAre(name + ".pdf", name + ".png"));
+    EXPECT_THAT(listing(dir.path()), ElementsAre(name + ".pdf", name + ".png"));
     EXPECT_THAT(pdfPageSizes(merged), ElementsAre("40 x 30"));
     EXPECT_THAT(test::pixelAt(rendered(merged), 20, 15), ElementsAre(255, 0, 0));
 }
@@ -72,7 +72,7 @@ TEST_F(MergeTest, OnePagePdfAloneGoesToAUniqueVariantNeverOverTheSource) {
     const std::string source = textPdf("x.pdf", {"Only page"});
     const std::string before = readFile(source);
     mergeToPDF({source});
-    EXPECT_THAT(folderNames(dir.path()), ElementsAre("x-1.pdf", "x.pdf"));
+    EXPECT_THAT(listing(dir.path()), ElementsAre("x-1.pdf", "x.pdf"));
     EXPECT_EQ(readFile(source), before);
     EXPECT_THAT(pdfText(dir / "x-1.pdf"), HasSubstr("Only page"));
 }
@@ -88,7 +88,7 @@ TEST_F(MergeTest, UnreadableItemsAreSkippedAndTheFirstReadableOneNamesTheResult)
     ::unlink(plain.c_str());
     mergeToPDF({dir / "missing.pdf", dir / "broken.png"});
     mergeToPDF({});
-    EXPECT_THAT(folderNames(dir.path()),
+    EXPECT_THAT(listing(dir.path()),
                 ElementsAre("broken.pdf", "broken.png", "locked.pdf", "notes.txt"));
     mergeToPDF({dir / "missing.png", dir / "broken.pdf", dir / "locked.pdf", dir / "broken.png",
                 dir / "notes.txt", image("b.png", "10x10")});
@@ -172,7 +172,7 @@ TEST_F(MergeTest, UnwritableFolderLeavesEverythingAsItWas) {
     ASSERT_EQ(::chmod(dir.path().c_str(), 0555), 0);
     mergeToPDF({source});
     ::chmod(dir.path().c_str(), 0755);
-    EXPECT_THAT(folderNames(dir.path()), ElementsAre("a.png"));
+    EXPECT_THAT(listing(dir.path()), ElementsAre("a.png"));
 }
 
 TEST_F(MergeTest, LongListsOfDocumentsAreMergedInOrder) {

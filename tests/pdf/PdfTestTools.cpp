@@ -3,8 +3,6 @@
 #include "media/ImageFile.h"
 #include "support_files/TestSupport.h"
 
-#include <algorithm>
-#include <filesystem>
 #include <gtest/gtest.h>
 #include <sstream>
 
@@ -47,15 +45,6 @@ std::string makeImage(const std::string& path, const std::vector<std::string>& a
     argv.push_back(path);
     outputOf(argv);
     return path;
-}
-
-std::vector<std::string> folderNames(const std::string& folder) {
-    std::vector<std::string> names;
-    std::error_code ignored;
-    for (const auto& entry : std::filesystem::directory_iterator(folder, ignored))
-        names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
 }
 
 PixelDifference comparePixels(const std::string& first, const std::string& second) {

@@ -19,9 +19,6 @@ bool passesQpdfCheck(const std::string& pdf);
 // Writes an image with ImageMagick: `convert <arguments...> path`.
 std::string makeImage(const std::string& path, const std::vector<std::string>& arguments);
 
-// Names in the folder, sorted.
-std::vector<std::string> folderNames(const std::string& folder);
-
 // How two images differ, per sample: the largest and the mean absolute difference.
 struct PixelDifference {
     bool sameSize = false;
