@@ -1,7 +1,7 @@
 #include "actions/CommandRunner.h"
 
-#include "config/Localization.h"
 #include "platform/linux/ProcessSpawn.h"
+#include "support/Localization.h"
 
 #include <cstdio>
 #include <fmt/format.h>

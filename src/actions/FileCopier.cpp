@@ -1,9 +1,9 @@
 #include "actions/FileCopier.h"
 
 #include "actions/DataCopy.h"
-#include "actions/PathName.h"
 #include "actions/TreeRemoval.h"
 #include "support/FileIO.h"
+#include "support/PathName.h"
 
 #include <cerrno>
 #include <cstdlib>

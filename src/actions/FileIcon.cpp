@@ -1,8 +1,8 @@
 #include "actions/FileIcon.h"
 
-#include "actions/GioFileInfo.h"
 #include "actions/IconThemeFiles.h"
 #include "actions/PixbufImage.h"
+#include "support/GioFileInfo.h"
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 #include <glib.h>

@@ -1,7 +1,7 @@
 #include "actions/TreeRemoval.h"
 
-#include "actions/PathName.h"
 #include "support/FileIO.h"
+#include "support/PathName.h"
 
 #include <cerrno>
 #include <dirent.h>

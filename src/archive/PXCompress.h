@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/SSZipArchive.h"
+#include "platform/Ui.h"
 
 #include <atomic>
 #include <cstdint>
@@ -44,7 +45,8 @@ class PXCompress : public std::enable_shared_from_this<PXCompress> {
     // once confirmed, starts the worker on the background queue; every report reaches
     // `handler` on the main queue. Cancelling the panel reports (0, -2) at once. Nothing
     // happens for no paths.
-    void compressPaths(const std::vector<std::string>& paths, ProgressHandler handler);
+    void compressPaths(platform::Ui& ui, const std::vector<std::string>& paths,
+                       ProgressHandler handler);
 
     // Background queue; returns when the archive is finished, failed or cancelled. Items are
     // packed in order: a file as an entry named after it at the archive's root; a folder (not a

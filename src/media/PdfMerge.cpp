@@ -1,11 +1,11 @@
 #include "actions/FailureLog.h"
-#include "actions/PathName.h"
-#include "config/Localization.h"
 #include "media/Imaging.h"
 #include "media/PdfAssembler.h"
 #include "media/PdfTools.h"
 #include "media/UniqueOutput.h"
 #include "support/FileIO.h"
+#include "support/Localization.h"
+#include "support/PathName.h"
 
 #include <cerrno>
 #include <mutex>
