@@ -22,7 +22,7 @@ class CompressActionTest : public ExtensionFixture {
         select(std::move(paths), work.path());
         for (const auto& line : answers)
             ui->answer(line);
-        sync.encryptedCompress(nullptr);
+        commands::compress(sync.cx());
         queue::runUntilIdle();
     }
     Names sortedEntries(const std::string& archive) const {
@@ -32,11 +32,11 @@ class CompressActionTest : public ExtensionFixture {
     }
     // The job ended and let go of the window and of itself.
     void expectIdle() {
-        EXPECT_FALSE(sync.compress);
+        EXPECT_FALSE(sync.cx().compress);
         EXPECT_FALSE(progressKinds(*ui).empty() || progressKinds(*ui).back() != Kind::Close);
     }
 
-    FinderSync sync;
+    Session sync{*this};
     TempDir out;
 };
 
@@ -71,9 +71,9 @@ TEST_F(CompressActionTest, AnEmptySelectedFolderGivesAnEmptyArchiveAndTheWindowW
     // No item was done, so nothing reported progress: the window waits and the job stays set
     // until something cleans up; meanwhile another compress is ignored.
     EXPECT_EQ(progressKinds(*ui), (std::vector<Kind>{Kind::Open}));
-    sync.encryptedCompress(nullptr);
+    commands::compress(sync.cx());
     EXPECT_EQ(ui->saves().size(), 1u);
-    sync.clean();
+    sync.cx().clean();
     expectIdle();
 }
 
@@ -94,7 +94,7 @@ TEST_F(CompressActionTest, CancellingThePanelCreatesNothing) {
     compress({work.write("a.txt", "a")}, {"cancel"});
     EXPECT_TRUE(treeOf(out.path()).empty());
     EXPECT_TRUE(ui->progress().empty() && ui->alerts().empty());
-    EXPECT_FALSE(sync.compress);
+    EXPECT_FALSE(sync.cx().compress);
 }
 
 TEST_F(CompressActionTest, CancelHalfWayLeavesNothingAndSaysNothing) {
@@ -105,7 +105,7 @@ TEST_F(CompressActionTest, CancelHalfWayLeavesNothingAndSaysNothing) {
     work.write("c.txt", "last");
     select({work / "a.txt", work / "b.bin", work / "c.txt"}, work.path());
     ui->answer("save " + out / "big.zip password pw");
-    sync.encryptedCompress(nullptr);
+    commands::compress(sync.cx());
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
     while (progressFractions(*ui).empty() && std::chrono::steady_clock::now() < deadline)
         if (queue::runPendingOnce() == 0) std::this_thread::sleep_for(std::chrono::milliseconds(1));
@@ -115,7 +115,7 @@ TEST_F(CompressActionTest, CancelHalfWayLeavesNothingAndSaysNothing) {
     queue::runUntilIdle();
     EXPECT_TRUE(treeOf(out.path()).empty());
     EXPECT_TRUE(ui->alerts().empty());
-    EXPECT_FALSE(sync.compress);
+    EXPECT_FALSE(sync.cx().compress);
     EXPECT_EQ(progressFractions(*ui).size(), 1u);
 }
 

@@ -1,7 +1,7 @@
 // The job's worker on its own: the reports it makes and what it leaves on disk.
 #include "../actions/PrivilegeDrop.h"
 #include "archive/PXCompress.h"
-#include "config/Localization.h"
+#include "support/Localization.h"
 #include "support_files/TestSupport.h"
 #include "support_files/ZipListing.h"
 

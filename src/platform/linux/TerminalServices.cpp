@@ -1,6 +1,6 @@
 #include "platform/linux/TerminalServices.h"
 
-#include "platform/linux/ProcessSpawn.h"
+#include "support/ProcessSpawn.h"
 #include "platform/linux/TerminalTable.h"
 #include "support/FileHash.h"
 

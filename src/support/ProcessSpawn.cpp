@@ -1,4 +1,4 @@
-#include "platform/linux/ProcessSpawn.h"
+#include "support/ProcessSpawn.h"
 
 #include <cerrno>
 #include <glib.h>
@@ -62,17 +62,6 @@ ErrorOr<void> spawnDetached(const std::vector<std::string>& argv,
     auto pid = start(argv, workingDirectory, flags, newSession, -1);
     if (pid.isError()) return pid.releaseError();
     return {};
-}
-
-ErrorOr<int> runAndWait(const std::vector<std::string>& argv) {
-    auto pid = start(argv, {}, G_SPAWN_DO_NOT_REAP_CHILD, nullptr, STDERR_FILENO);
-    if (pid.isError()) return pid.releaseError();
-    int status = 0;
-    while (::waitpid(pid.value(), &status, 0) < 0)
-        if (errno != EINTR) return Error::fromErrno("cannot wait for " + argv.front(), errno);
-    g_spawn_close_pid(pid.value());
-    if (!WIFEXITED(status)) return Error{argv.front() + " was ended by a signal", EINTR};
-    return WEXITSTATUS(status);
 }
 
 } // namespace px::process

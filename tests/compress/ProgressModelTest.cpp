@@ -1,7 +1,7 @@
-#include "archive/PXLoadingWinCtl.h"
-#include "config/Localization.h"
-#include "platform/Platform.h"
+#include "actions/ProgressModel.h"
+
 #include "platform/fake/FakeUi.h"
+#include "support/Localization.h"
 #include "support/Queues.h"
 #include "support_files/FakeUiLog.h"
 
@@ -13,24 +13,18 @@ using Kind = px::platform::FakeUi::ProgressEvent::Kind;
 
 namespace {
 
-class LoadingWinCtlTest : public ::testing::Test {
+class ProgressModelTest : public ::testing::Test {
   protected:
-    void SetUp() override {
-        platform::install({ui, nullptr, nullptr, nullptr, nullptr});
-        queue::markMainThread();
-    }
-    void TearDown() override {
-        queue::runUntilIdle();
-        platform::install({});
-    }
+    void SetUp() override { queue::markMainThread(); }
+    void TearDown() override { queue::runUntilIdle(); }
 
     std::shared_ptr<platform::FakeUi> ui = std::make_shared<platform::FakeUi>();
-    std::shared_ptr<PXLoadingWinCtl> window = std::make_shared<PXLoadingWinCtl>();
+    std::shared_ptr<ProgressModel> window = std::make_shared<ProgressModel>(*ui);
 };
 
 // The window waits, then shows the percentage with one decimal and Cancel; Cancel runs the
 // handler once however often it is pressed, and nothing once the model is gone.
-TEST_F(LoadingWinCtlTest, ShowsThePercentageAndCancelsOnce) {
+TEST_F(ProgressModelTest, ShowsThePercentageAndCancelsOnce) {
     int cancels = 0;
     window->cancelHandler = [&] { ++cancels; };
     window->open();

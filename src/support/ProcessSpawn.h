@@ -19,10 +19,4 @@ namespace px::process {
 ErrorOr<void> spawnDetached(const std::vector<std::string>& argv,
                             const std::string& workingDirectory = {});
 
-// Runs the program and waits for it to end; its exit status. Its standard output goes to this
-// process's standard error, so that nothing it prints mixes with what the command line writes on
-// its standard output; its standard error is inherited. A program that could not be started, or
-// that was ended by a signal, is an error.
-ErrorOr<int> runAndWait(const std::vector<std::string>& argv);
-
 } // namespace px::process
