@@ -56,7 +56,8 @@ void addRunCommand(CLI::App& app, Outcome& outcome) {
         platform::current().services = std::make_shared<platform::TerminalServices>();
         request.installController();
         queue::markMainThread();
-        FinderSync sync;
+        // A person at the terminal is never asked for a review; scripted runs answer it.
+        FinderSync sync({.showReviewPrompt = ui != "terminal"});
         Menu menu = sync.menuForMenuKind(static_cast<MenuKind>(request.kind));
         if (!findEntryWithTag(menu, tag)) {
             std::fprintf(stderr, "pxmenu: no menu entry has the tag %lld for this selection\n",

@@ -132,6 +132,7 @@ void FinderSync::_useSuccess(const PXMenuItem::Ptr& item) {
     suite.increment(item->key);
     std::int64_t total = suite.increment("use count");
     if (total % kReviewCadence != kReviewAt || suite.boolForKey("is reviewed")) return;
+    if (!m_options.showReviewPrompt) return;
     queue::enterForegroundWithDelay(kReviewDelaySeconds, [this] {
         std::vector<std::string> buttons{localized("Go Review"), localized("Next Time")};
         alert::alertWithMsg(localized("Review Tip"), buttons, [this](int result) {
@@ -145,7 +146,7 @@ void FinderSync::goSet() {
 }
 
 void FinderSync::goReview() {
-    platform::workspace().openURL(kHomePage);
+    platform::workspace().openURL(kSoftwareCentrePage);
     PXMenuManager::sharedDefaults().setBool("is reviewed", true);
 }
 

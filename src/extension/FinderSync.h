@@ -29,6 +29,9 @@ class FinderSync {
         // A file-manager session clears the cut list when it starts; the command line and the
         // extension process start many times per session and leave it alone.
         bool clearCutList = false;
+        // The review prompt after some uses; the command line's terminal mode, where a person
+        // is working, goes without it.
+        bool showReviewPrompt = true;
     };
 
     FinderSync();
@@ -118,6 +121,7 @@ class FinderSync {
                                  const PXMenuItem::Ptr& grandchild);
 
     std::shared_ptr<PXLoadingWinCtl> m_loadingWinCtl;
+    Options m_options;
 };
 
 } // namespace px

@@ -15,7 +15,7 @@ namespace px {
 
 FinderSync::FinderSync() : FinderSync(Options{}) {}
 
-FinderSync::FinderSync(Options options) {
+FinderSync::FinderSync(Options options) : m_options(options) {
     setupDirectoryURLs();
     if (PXMenuManager::sharedDefaults().boolForKey("pref check3"))
         platform::workspace().observeMounts([this] { volumeChangeNoti(); });

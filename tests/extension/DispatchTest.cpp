@@ -1,4 +1,5 @@
 #include "ExtensionFixture.h"
+#include "support_files/ActionsFixture.h"
 
 using namespace px;
 using namespace px::test;
@@ -59,24 +60,39 @@ TEST_F(DispatchTest, TheSettingsEntryAndTagsOutsideTheMenuCountNothing) {
     EXPECT_EQ(suite->integerForKey("use count"), 0);
 }
 
-TEST_F(DispatchTest, TheReviewPromptComesAtTheThirdUseUntilAccepted) {
+TEST_F(DispatchTest, TheReviewPromptComesAtTheThirdUseUntilAcceptedAndOpensTheSoftwareCentre) {
+    auto workspace = std::make_shared<RecordingWorkspace>();
+    platform::current().workspace = workspace;
     select({}, work.path());
-    auto use = [&](int times) {
-        for (int i = 0; i < times; ++i)
-            pick({"Color Picker"}, MenuKind::ContextualContainer);
+    auto use = [&](FinderSync& finder, int times) {
+        for (int i = 0; i < times; ++i) {
+            Menu menu = finder.menuForMenuKind(MenuKind::ContextualContainer);
+            finder.onMenuItemAction(find(menu, "Color Picker")->tag);
+        }
     };
     ui->answers({"button 1001", "button 1000"});
-    use(3);
+    use(sync, 3);
     EXPECT_TRUE(ui->alerts().empty()) << "shown a few seconds later";
     queue::runUntilIdle();
     ASSERT_EQ(ui->alerts().size(), 1u);
     EXPECT_EQ(ui->alerts()[0].informative, localized("Review Tip"));
     EXPECT_FALSE(suite->boolForKey("is reviewed"));
-    use(30);
+    EXPECT_TRUE(workspace->opened.empty());
+
+    // Where a person works at a terminal, the uses count but nothing asks.
+    RecordingFinderSync terminal({.showReviewPrompt = false});
+    use(terminal, 30);
+    queue::runUntilIdle();
+    EXPECT_EQ(ui->alerts().size(), 1u);
+    EXPECT_EQ(suite->integerForKey("use count"), 33);
+
+    use(sync, 30);
     queue::runUntilIdle();
     EXPECT_EQ(ui->alerts().size(), 2u);
     EXPECT_TRUE(suite->boolForKey("is reviewed"));
-    use(30);
+    ASSERT_EQ(workspace->opened.size(), 1u);
+    EXPECT_TRUE(workspace->opened[0].starts_with("appstream:")) << workspace->opened[0];
+    use(sync, 30);
     queue::runUntilIdle();
     EXPECT_EQ(ui->alerts().size(), 2u);
 }

@@ -20,6 +20,7 @@ namespace px::test {
 // A FinderSync whose actions record what they were called with.
 class RecordingFinderSync : public FinderSync {
   public:
+    using FinderSync::FinderSync;
     std::vector<std::string> calls;
 
     void openWithApp(const PXMenuItem::Ptr& item, const std::optional<std::string>&) override {
