@@ -5,9 +5,9 @@
 # plugin (package pxmenu-<host>), which depends on pxmenu; it exists only when a plugin target
 # calls px_install_plugin.
 
-# The image module's folder under the prefix. Programs also look for it there relative to their
-# own location (<prefix>/bin/..), so it is the same on every distribution (no multiarch part).
-set(PX_MODULE_INSTALL_DIR lib/pxmenu)
+# The image module's folder under the prefix (lib/<multiarch>/pxmenu for /usr on Debian). Programs
+# look for it there relative to their own location (<prefix>/bin/..) first.
+set(PX_MODULE_INSTALL_DIR ${CMAKE_INSTALL_LIBDIR}/pxmenu)
 
 # Everything the packages hold; scripts/build-packages.sh builds only this.
 add_custom_target(px_packaged)

@@ -41,7 +41,9 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME pxmenu)
 set(CPACK_PACKAGE_VENDOR "pxmenu developers")
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
+# Each package's description starts with its own summary line; an empty project summary keeps
+# CPack from putting one line for all in front.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX})
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEB_COMPONENT_INSTALL ON)

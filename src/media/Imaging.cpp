@@ -17,7 +17,7 @@ constexpr const char* kLibraryName = "pxmenu-imaging.so";
 // otherwise the folder beside the installed program, the build tree, the configured location.
 std::vector<std::string> libraryFolders() {
     if (const char* custom = std::getenv("PXMENU_LIBDIR"); custom && *custom) return {custom};
-    return {installedFolder("lib/pxmenu"), PX_BUILD_LIBDIR, PX_INSTALL_LIBDIR};
+    return {installedFolder(PX_MODULE_INSTALL_DIR), PX_BUILD_LIBDIR, PX_INSTALL_LIBDIR};
 }
 
 std::optional<std::string> findLibrary() {
