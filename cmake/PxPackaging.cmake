@@ -83,9 +83,9 @@ foreach(host IN LISTS PX_PLUGIN_HOSTS)
     set(CPACK_COMPONENT_${upper}_DEPENDS pxmenu)
     set(CPACK_DEBIAN_${upper}_PACKAGE_ENHANCES ${host})
     set(CPACK_COMPONENT_${upper}_DESCRIPTION "pxmenu context menu for ${name}
-This package adds the pxmenu context menu to ${name}. Restart the
-file manager after installing it; the menu's entries are chosen in the pxmenu
-settings application.")
+This package adds the pxmenu context menu to ${name}.
+Restart the file manager after installing it; the menu's entries are chosen
+in the pxmenu settings application.")
 endforeach()
 
 include(CPack)

@@ -3,6 +3,7 @@
 # preferences (asked from `pxmenu config list`).
 
 # Offers the lines of standard input that start with the word being typed, quoted for the shell.
+# (Fed by a process substitution: in a pipeline it would fill a copy of COMPREPLY.)
 _pxmenu_reply_lines() {
     local typed=$1 line
     COMPREPLY=()
@@ -107,10 +108,10 @@ _pxmenu_config() {
             ;;
         show:1 | remove:1 | set:1)
             if [[ $list == pref || $list == prefs ]]; then
-                _pxmenu_preferences "$program" | _pxmenu_reply_lines "$(_pxmenu_unquoted "$cur")"
+                _pxmenu_reply_lines "$(_pxmenu_unquoted "$cur")" < <(_pxmenu_preferences "$program")
             else
-                _pxmenu_entry_keys "$program" "$list" |
-                    _pxmenu_reply_lines "$(_pxmenu_unquoted "$cur")"
+                _pxmenu_reply_lines "$(_pxmenu_unquoted "$cur")" \
+                    < <(_pxmenu_entry_keys "$program" "$list")
             fi
             ;;
         add:1 | move:1 | move:2)
@@ -129,6 +130,8 @@ _pxmenu_config() {
 _pxmenu() {
     local cur prev words cword
     _init_completion -n := || return
+    # With the cursor in the middle of a line, between two blanks, the word can come as a blank.
+    cur=${cur#"${cur%%[![:space:]]*}"}
     local program=${words[0]}
 
     # The command, and for config its own command, with their positions.
@@ -183,7 +186,7 @@ _pxmenu() {
                 return
                 ;;
             --tag)
-                _pxmenu_tags "$program" | _pxmenu_reply_lines "$cur"
+                _pxmenu_reply_lines "$cur" < <(_pxmenu_tags "$program")
                 return
                 ;;
             --ui)
