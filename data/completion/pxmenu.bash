@@ -132,7 +132,8 @@ _pxmenu() {
     _init_completion -n := || return
     # With the cursor in the middle of a line, between two blanks, the word can come as a blank.
     cur=${cur#"${cur%%[![:space:]]*}"}
-    local program=${words[0]}
+    local program
+    program=$(_pxmenu_unquoted "${words[0]}")
 
     # The command, and for config its own command, with their positions.
     local command= sub= at=0 i
