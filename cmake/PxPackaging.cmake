@@ -3,12 +3,15 @@
 #   pxmenu-<host>     one per file-manager plugin built, depending on pxmenu of the same version
 # Included last, once every target exists. scripts/build-packages.sh runs it.
 
-# The extension process and the settings application belong to the main package when built.
+# The extension process and the settings application belong to the main package when built,
+# with their manual pages.
 foreach(program pxmenu-extension pxmenu-settings)
     string(REPLACE "-" "_" underscored ${program})
     foreach(target IN ITEMS ${program} ${underscored})
         if(TARGET ${target})
             px_install_program(${target})
+            install(FILES ${CMAKE_BINARY_DIR}/man/${program}.1.gz
+                DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT pxmenu)
         endif()
     endforeach()
 endforeach()

@@ -142,8 +142,10 @@ grep -q "<id>$id</id>" "$metainfo" || fail "the metainfo file is not named after
 grep -q "\"appstream:$id\"" build/release/generated/support/BuildConfig.h ||
     fail "the review prompt does not open appstream:$id"
 [ -f "$root/usr/share/icons/hicolor/scalable/apps/pxmenu.svg" ] || fail "no application icon"
-warnings=$(LC_ALL=C.UTF-8 MANWIDTH=80 man --warnings -l "$root/usr/share/man/man1/pxmenu.1.gz" 2>&1 >/dev/null)
-[ -z "$warnings" ] || fail "manual page: $warnings"
+for page in "$root"/usr/share/man/man1/*.gz; do
+    warnings=$(LC_ALL=C.UTF-8 MANWIDTH=80 man --warnings -l "$page" 2>&1 >/dev/null)
+    [ -z "$warnings" ] || fail "manual page $(basename "$page"): $warnings"
+done
 
 step "bash completion"
 PXMENU_ROOT=$root PXMENU_WORK=$work PXMENU_HOME=$home \
