@@ -9,6 +9,7 @@ packages=(
     libzip-dev libssl-dev 7zip libarchive-tools unzip time libgdk-pixbuf-2.0-dev
     libvips-dev libqpdf-dev libpoppler-cpp-dev libvips-tools imagemagick poppler-utils qpdf
     python3-pil file
+    dpkg-dev lintian appstream desktop-file-utils bash-completion man-db strace
 )
 
 missing=()

@@ -17,7 +17,7 @@ void offerReview(ActionContext& cx) {
     std::vector<std::string> buttons{localized("Go Review"), localized("Next Time")};
     alert::alertWithMsg(cx.ui(), localized("Review Tip"), buttons, [&cx](int result) {
         if (result != 1000) return;
-        cx.request.workspace().openURL(kHomePage);
+        cx.request.workspace().openURL(kSoftwareCentrePage);
         cx.request.preferences().setBool("is reviewed", true);
     });
 }

@@ -1,10 +1,10 @@
 #include "media/Imaging.h"
 
 #include "support/FileIO.h"
+#include "support/InstalledFolder.h"
 
 #include <cstdlib>
 #include <dlfcn.h>
-#include <filesystem>
 #include <mutex>
 #include <vector>
 
@@ -13,19 +13,11 @@ namespace {
 
 constexpr const char* kLibraryName = "pxmenu-imaging.so";
 
-// "<prefix>/lib/pxmenu" for a program installed as "<prefix>/bin/<name>", wherever the prefix.
-std::string besideProgram() {
-    std::error_code failed;
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", failed);
-    if (failed) return {};
-    return (program.parent_path().parent_path() / "lib" / "pxmenu").string();
-}
-
 // PXMENU_LIBDIR, when set, is the only place looked at (to run a library built elsewhere);
-// otherwise the build tree, the folder beside the installed program, the configured location.
+// otherwise the folder beside the installed program, the build tree, the configured location.
 std::vector<std::string> libraryFolders() {
     if (const char* custom = std::getenv("PXMENU_LIBDIR"); custom && *custom) return {custom};
-    return {PX_BUILD_LIBDIR, besideProgram(), PX_INSTALL_LIBDIR};
+    return {installedFolder(PX_MODULE_INSTALL_DIR), PX_BUILD_LIBDIR, PX_INSTALL_LIBDIR};
 }
 
 std::optional<std::string> findLibrary() {

@@ -3,6 +3,7 @@
 #include "support/FileIO.h"
 #include "support/LanguageChoice.h"
 #include "support/MoCatalogue.h"
+#include "support/InstalledFolder.h"
 
 #include <atomic>
 #include <cstdint>
@@ -18,7 +19,7 @@
 // program that never calls setlocale) it never opens a catalogue and hands back the msgid,
 // but the English catalogue must apply there too: it is what turns keys such as "Delete Tip"
 // into sentences. It also binds one folder per domain, while the catalogues are searched in
-// several (PXMENU_LOCALEDIR, the build tree, the installed tree).
+// several (PXMENU_LOCALEDIR, beside the installed program, the build tree, the installed tree).
 
 namespace px {
 
@@ -32,6 +33,7 @@ std::string customCatalogueFolder() {
 std::vector<std::string> catalogueFolders(const std::string& custom) {
     std::vector<std::string> folders;
     if (!custom.empty()) folders.push_back(custom);
+    folders.push_back(installedFolder("share/locale"));
     folders.emplace_back(PX_BUILD_LOCALEDIR);
     folders.emplace_back(PX_INSTALL_LOCALEDIR);
     return folders;

@@ -59,25 +59,46 @@ TEST_F(DispatchTest, TheSettingsEntryAndTagsOutsideTheMenuCountNothing) {
     EXPECT_EQ(suite->integerForKey("use count"), 0);
 }
 
-TEST_F(DispatchTest, TheReviewPromptComesAtTheThirdUseUntilAccepted) {
+TEST_F(DispatchTest, TheReviewPromptComesAtTheThirdUseUntilAcceptedAndOpensTheSoftwareCentre) {
     select({}, work.path());
-    auto use = [&](int times) {
-        for (int i = 0; i < times; ++i)
-            pick({"Color Picker"}, MenuKind::ContextualContainer);
+    // One request per use, as hosts make them; each waits for its queued work.
+    auto use = [&](int times, bool offersReview) {
+        for (int i = 0; i < times; ++i) {
+            Request request({{}, work.path(), MenuKind::ContextualContainer, {}, services(), store,
+                             offersReview});
+            RecordingActions actions(request, calls);
+            BuiltMenu menu = buildMenu(request);
+            dispatch(menu, find(menu.entries, "Color Picker")->tag, request, actions);
+            queue::runUntilIdle();
+        }
     };
     ui->answers({"button 1001", "button 1000"});
-    use(3);
-    EXPECT_TRUE(ui->alerts().empty()) << "shown a few seconds later";
-    queue::runUntilIdle();
+    {
+        Request request({{}, work.path(), MenuKind::ContextualContainer, {}, services(), store});
+        RecordingActions actions(request, calls);
+        for (int i = 0; i < 3; ++i) {
+            BuiltMenu menu = buildMenu(request);
+            dispatch(menu, find(menu.entries, "Color Picker")->tag, request, actions);
+        }
+        EXPECT_TRUE(ui->alerts().empty()) << "shown a few seconds later";
+        queue::runUntilIdle();
+    }
     ASSERT_EQ(ui->alerts().size(), 1u);
     EXPECT_EQ(ui->alerts()[0].informative, localized("Review Tip"));
     EXPECT_FALSE(suite->boolForKey("is reviewed"));
-    use(30);
-    queue::runUntilIdle();
+    EXPECT_TRUE(workspace->opened.empty());
+
+    // Where a person works at a terminal, the uses count but nothing asks.
+    use(30, false);
+    EXPECT_EQ(ui->alerts().size(), 1u);
+    EXPECT_EQ(suite->integerForKey("use count"), 33);
+
+    use(30, true);
     EXPECT_EQ(ui->alerts().size(), 2u);
     EXPECT_TRUE(suite->boolForKey("is reviewed"));
-    use(30);
-    queue::runUntilIdle();
+    ASSERT_EQ(workspace->opened.size(), 1u);
+    EXPECT_TRUE(workspace->opened[0].starts_with("appstream:")) << workspace->opened[0];
+    use(30, true);
     EXPECT_EQ(ui->alerts().size(), 2u);
 }
 
