@@ -1,6 +1,7 @@
 #include "support/GioFileInfo.h"
 
 #include "support/FileIO.h"
+#include "support/GlibOwners.h"
 #include "support/PathName.h"
 
 #include <cerrno>
@@ -14,14 +15,8 @@ namespace px::gio {
 
 namespace {
 
-struct GFreeDeleter {
-    void operator()(gpointer pointer) const { g_free(pointer); }
-};
-struct GObjectDeleter {
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-template <typename T> using GObjectPtr = std::unique_ptr<T, GObjectDeleter>;
-using OwnedChars = std::unique_ptr<gchar, GFreeDeleter>;
+template <typename T> using GObjectPtr = glib::Object<T>;
+using OwnedChars = glib::String;
 
 constexpr size_t kSniffBytes = 4096;
 

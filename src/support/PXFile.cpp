@@ -3,6 +3,7 @@
 #include "support/FileHash.h"
 #include "support/FileSize.h"
 #include "support/GioFileInfo.h"
+#include "support/GlibOwners.h"
 #include "support/PathName.h"
 
 #include <algorithm>
@@ -104,8 +105,7 @@ std::string PXFile::ext() const {
 }
 
 std::string PXFile::url() const {
-    std::unique_ptr<gchar, decltype(&g_free)> uri(g_filename_to_uri(path.c_str(), nullptr, nullptr),
-                                                  &g_free);
+    glib::String uri(g_filename_to_uri(path.c_str(), nullptr, nullptr));
     return uri ? std::string(uri.get()) : std::string{};
 }
 

@@ -1,5 +1,7 @@
 #include "support/PathName.h"
 
+#include "support/GlibOwners.h"
+
 #include <glib.h>
 #include <memory>
 
@@ -74,7 +76,7 @@ std::string lowercased(std::string_view text) {
             if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
         return copy;
     }
-    std::unique_ptr<gchar, decltype(&g_free)> lower(g_utf8_strdown(copy.c_str(), -1), &g_free);
+    glib::String lower(g_utf8_strdown(copy.c_str(), -1));
     return lower ? std::string(lower.get()) : copy;
 }
 

@@ -1,5 +1,7 @@
 #include "support/ProcessSpawn.h"
 
+#include "support/GlibOwners.h"
+
 #include <cerrno>
 #include <glib.h>
 #include <memory>
@@ -10,10 +12,7 @@ namespace px::process {
 
 namespace {
 
-struct GErrorFree {
-    void operator()(GError* error) const { g_error_free(error); }
-};
-using OwnedError = std::unique_ptr<GError, GErrorFree>;
+using OwnedError = glib::Error;
 
 // The NULL-terminated array GLib wants; it points into `argv`, which must outlive it.
 std::vector<char*> cArguments(const std::vector<std::string>& argv) {
