@@ -59,7 +59,8 @@ void PieceEncoder::compressWhole(EncodedPiece& piece) {
     m_scratch.resize(piece.bytes.size() - 1);
     const std::size_t packed = m_whole.compress(piece.bytes, m_scratch);
     piece.stored = packed == 0;
-    if (!piece.stored) piece.bytes.assign(m_scratch.begin(), m_scratch.begin() + packed);
+    if (!piece.stored)
+        piece.bytes = std::vector<std::byte>(m_scratch.begin(), m_scratch.begin() + packed);
 }
 
 ErrorOr<void> PieceEncoder::compressPart(PendingEntry& entry, const PieceJob& job,
@@ -76,7 +77,7 @@ ErrorOr<void> PieceEncoder::compressPart(PendingEntry& entry, const PieceJob& jo
         piece.stored = m_scratch.size() >= piece.bytes.size();
         if (piece.stored) return {};
     }
-    piece.bytes.assign(m_scratch.begin(), m_scratch.end());
+    piece.bytes = std::vector<std::byte>(m_scratch.begin(), m_scratch.end());
     return {};
 }
 
