@@ -1,6 +1,5 @@
 #pragma once
 
-#include "archive/ChunkDeflater.h"
 #include "archive/EncodedPiece.h"
 #include "archive/PendingEntry.h"
 #include "archive/WholeDeflater.h"
@@ -11,9 +10,9 @@
 
 namespace px::archive {
 
-// Which piece of which entry to encode. An entry of at most `pieceSize` bytes is one piece,
-// compressed whole; a larger one is cut into pieces of `pieceSize` bytes, compressed apart and
-// joined, and the first piece decides for all whether the entry is stored.
+// Which piece of which entry to encode. An entry of at most `pieceSize` bytes is one piece; a
+// larger one is cut into pieces of `pieceSize` bytes, compressed apart into streams that join
+// into one, and the first piece decides for all whether the entry is stored.
 struct PieceJob {
     std::size_t entry = 0;
     std::uint64_t piece = 0;
@@ -36,10 +35,9 @@ class PieceEncoder {
     ErrorOr<std::vector<std::byte>> readPiece(PendingEntry& entry, std::uint64_t offset,
                                               std::uint64_t length);
     void compressWhole(EncodedPiece& piece);
-    ErrorOr<void> compressPart(PendingEntry& entry, const PieceJob& job, EncodedPiece& piece);
+    ErrorOr<void> compressPart(const PieceJob& job, EncodedPiece& piece);
 
-    WholeDeflater m_whole;
-    ChunkDeflater m_chunk;
+    WholeDeflater m_deflater;
     std::vector<std::byte> m_scratch;
 };
 

@@ -27,7 +27,7 @@ struct ZipFileInfo {
 };
 
 // Writes a new zip archive entry by entry. Entries are only recorded by the write calls; the
-// data is read, compressed (deflate at level 6, or stored when that does not make it smaller),
+// data is read, compressed (deflated, or stored when that does not make it smaller),
 // encrypted and written by close(), on one worker thread per core, into a temporary file that
 // becomes the archive once complete. A failed or cancelled close, or an archive never closed,
 // leaves nothing at the path (an archive already there stays as it was).

@@ -19,3 +19,11 @@ std::size_t WholeDeflater::compress(std::span<const std::byte> input, std::span<
 }
 
 } // namespace px::archive
+
+namespace px::archive {
+
+std::size_t WholeDeflater::bound(std::size_t inputSize) {
+    return libdeflate_deflate_compress_bound(m_compressor.get(), inputSize);
+}
+
+} // namespace px::archive
