@@ -26,7 +26,7 @@ class ParallelEncoder {
   public:
     struct Limits {
         unsigned workers = 2;
-        std::uint64_t pieceSize = 2 << 20;
+        std::uint64_t pieceSize = 1 << 20; // a worker stops within one piece of a cancel
         std::uint64_t heldBytes = 24 << 20;
     };
 
