@@ -53,16 +53,17 @@ struct PXCompress::Progress {
 void PXCompress::startCompressWithPaths(const std::vector<std::string>& paths,
                                         const std::optional<std::string>& withPassword,
                                         const ProgressHandler& handler) {
-    handler(0, 0);
+    using Kind = CompressReport::Kind;
+    handler({Kind::Started});
     Progress progress;
     const bool closed = writeArchive(paths, withPassword, progress, handler);
     zipArchive.reset();
     if (closed && !isCancel) {
-        if (progress.total > 0) handler(progress.total, progress.total);
+        if (progress.total > 0) handler({Kind::Progress, progress.total, progress.total});
         return;
     }
     if (closed) ::unlink(savePath.c_str()); // complete, but the user cancelled meanwhile
-    handler(progress.done, isCancel ? kCancelled : kFailed);
+    handler({isCancel ? Kind::Cancelled : Kind::Failed, progress.done, progress.total});
 }
 
 // True when the archive is complete at savePath. Nothing is left there otherwise.
@@ -103,7 +104,8 @@ bool PXCompress::addItems(const std::vector<compress::Item>& items,
 bool PXCompress::closeArchive(Progress& progress, const ProgressHandler& handler) {
     zipArchive->setProgressHandler([&progress, &handler](std::size_t entries) {
         progress.done = progress.skipped + static_cast<std::int64_t>(entries);
-        if (progress.done < progress.total) handler(progress.done, progress.total);
+        if (progress.done < progress.total)
+            handler({CompressReport::Kind::Progress, progress.done, progress.total});
     });
     zipArchive->setCancelPredicate([this] { return isCancel.load(); });
     bool closed = zipArchive->close();

@@ -27,8 +27,8 @@ platform::Ui::SaveRequest saveRequest(const std::vector<std::string>& paths) {
 
 // Every report goes on to the main queue.
 PXCompress::ProgressHandler onMainQueue(PXCompress::ProgressHandler handler) {
-    return [handler = std::move(handler)](std::int64_t done, std::int64_t total) {
-        queue::enterForeground([handler, done, total] { handler(done, total); });
+    return [handler = std::move(handler)](const CompressReport& report) {
+        queue::enterForeground([handler, report] { handler(report); });
     };
 }
 
@@ -43,7 +43,7 @@ void PXCompress::compressPaths(platform::Ui& ui, const std::vector<std::string>&
                                ProgressHandler handler) {
     if (paths.empty()) return;
     auto answer = ui.runSavePanel(saveRequest(paths));
-    if (!answer || answer->path.empty()) return handler(0, kCancelled);
+    if (!answer || answer->path.empty()) return handler({CompressReport::Kind::Cancelled});
     savePath = withZipExtension(answer->path);
     std::optional<std::string> password;
     if (filehash::isValid(answer->password)) password = answer->password;

@@ -14,7 +14,8 @@ using namespace px::test;
 
 namespace {
 
-using Report = std::pair<std::int64_t, std::int64_t>;
+using Report = CompressReport;
+using Kind = CompressReport::Kind;
 using Reports = std::vector<Report>;
 
 class CompressJobTest : public ::testing::Test {
@@ -24,8 +25,8 @@ class CompressJobTest : public ::testing::Test {
                 std::function<void(const Report&)> onReport = {}) {
         Reports reports;
         job->savePath = archive;
-        job->startCompressWithPaths(paths, std::string("pw"), [&](std::int64_t d, std::int64_t t) {
-            reports.emplace_back(d, t);
+        job->startCompressWithPaths(paths, std::string("pw"), [&](const Report& report) {
+            reports.push_back(report);
             if (onReport) onReport(reports.back());
         });
         return reports;
@@ -47,10 +48,9 @@ TEST_F(CompressJobTest, EveryEntryWrittenIsOneStepAndTheLastWaitsForTheArchive) 
     const std::string archive = out / "r.zip";
     bool completeAtLastReport = false;
     Reports reports = run({a, work / "F"}, archive, [&](const Report& report) {
-        if (report.first == report.second && report.second > 0)
-            completeAtLastReport = !zipEntryNames(archive).empty();
+        if (report.isComplete()) completeAtLastReport = !zipEntryNames(archive).empty();
     });
-    EXPECT_EQ(reports, (Reports{{0, 0}, {1, 2}, {2, 2}}));
+    EXPECT_EQ(reports, (Reports{{Kind::Started}, {Kind::Progress, 1, 2}, {Kind::Progress, 2, 2}}));
     EXPECT_TRUE(completeAtLastReport);
 }
 
@@ -62,7 +62,10 @@ TEST_F(CompressJobTest, NestedFoldersWithContentsAdvanceOneStepPerEntry) {
     work.write("F/other/d", "d");
     work.mkdir("F/sub/empty");
     Reports reports = run({work / "F"}, out / "n.zip");
-    EXPECT_EQ(reports, (Reports{{0, 0}, {1, 5}, {2, 5}, {3, 5}, {4, 5}, {5, 5}}));
+    Reports expected{{Kind::Started}};
+    for (std::int64_t step = 1; step <= 5; ++step)
+        expected.push_back({Kind::Progress, step, 5});
+    EXPECT_EQ(reports, expected);
     EXPECT_EQ(zipEntryNames(out / "n.zip").size(), 5u);
 }
 
@@ -81,17 +84,18 @@ class CompressJobBehindTest : public CompressJobTest {
 
 TEST_F(CompressJobBehindTest, AFileThatVanishesBeforeItsWorkerReadsItFailsTheJob) {
     Reports reports = run({first, work / "F", last}, out / "v.zip", [&](const Report& report) {
-        if (report.first == 1) std::filesystem::remove(last);
+        if (report.done == 1) std::filesystem::remove(last);
     });
-    EXPECT_EQ(reports.back().second, PXCompress::kFailed);
+    EXPECT_EQ(reports.back().kind, Kind::Failed);
     EXPECT_TRUE(treeOf(out.path()).empty());
 }
 
 TEST_F(CompressJobBehindTest, CancelWhileWorkersRunAheadStopsAndLeavesNothing) {
     Reports reports = run({first, work / "F", last}, out / "c.zip", [&](const Report& report) {
-        if (report.first == 1) job->stopCompress();
+        if (report.done == 1) job->stopCompress();
     });
-    EXPECT_EQ(reports.back(), (Report{1, PXCompress::kCancelled}));
+    EXPECT_EQ(reports.back().kind, Kind::Cancelled);
+    EXPECT_EQ(reports.back().done, 1);
     EXPECT_EQ(reports.size(), 3u) << "no step after the cancel";
     EXPECT_TRUE(treeOf(out.path()).empty());
 }
@@ -107,7 +111,7 @@ TEST_F(CompressJobTest, AFolderThatCannotBeListedFailsTheJobRatherThanLosingIt) 
     const std::string archive = out / "u.zip";
     const bool failed = checkUnprivileged(work.path(), [&] {
         Reports reports = run({work / "F"}, archive);
-        return reports.back().second == PXCompress::kFailed && !exists(archive);
+        return reports.back().kind == Kind::Failed && !exists(archive);
     });
     ::chmod((work / "F/closed").c_str(), 0755);
     EXPECT_TRUE(failed);
