@@ -51,7 +51,7 @@ _pxmenu_tags() {
             --) after=1 ;;
             --kind) kind=$(_pxmenu_unquoted "${words[i + 1]}") && ((++i)) ;;
             --target) target=$(_pxmenu_unquoted "${words[i + 1]}") && ((++i)) ;;
-            --tag | --ui) ((++i)) ;;
+            --tag | --ui | --key) ((++i)) ;;
             -*) ;;
             *) paths+=("$word") ;;
         esac
@@ -206,7 +206,7 @@ _pxmenu() {
         if [[ $cur == -* ]]; then
             local options="--kind --target --help --"
             [[ $command == menu ]] && options+=" --json"
-            [[ $command == run ]] && options+=" --tag --ui"
+            [[ $command == run ]] && options+=" --tag --key --ui"
             mapfile -t COMPREPLY < <(compgen -W "$options" -- "$cur")
             return
         fi
