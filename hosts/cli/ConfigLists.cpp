@@ -5,6 +5,7 @@
 #include "config/ItemFields.h"
 #include "config/MenuKeys.h"
 #include "config/PXMenuManager.h"
+#include "config/StoredLists.h"
 
 #include <charconv>
 #include <fmt/format.h>
@@ -41,7 +42,7 @@ std::string menuKeyOf(const std::string& name) {
 }
 
 plist::Array storedList(const std::string& menuKey) {
-    plist::Value list = PXMenuManager::sharedDefaults().arrayForKey(menuKey);
+    plist::Value list = storedMenuList(menuKey);
     return list ? list.array() : plist::Array{};
 }
 

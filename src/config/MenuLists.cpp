@@ -5,6 +5,7 @@
 #include "config/PXDefaultData.h"
 #include "config/PXMenuManager.h"
 #include "config/StoredFields.h"
+#include "config/StoredLists.h"
 #include "support/StandardPath.h"
 
 #include <algorithm>
@@ -14,13 +15,13 @@ namespace px {
 
 namespace {
 
-// Walks the stored list; a disabled entry is left out unless asked for. Entries that are not
-// dictionaries are skipped: a hand-edited file must not break the menu.
+// Walks the stored list (a damaged one is replaced by the factory list); a disabled entry is
+// left out unless asked for.
 template <typename CopyFields>
 PXMenuItem::List buildList(const char* menuKey, bool includeDisabled, CopyFields copyFields) {
     PXMenuItem::List result;
-    plist::Value stored = PXMenuManager::sharedDefaults().arrayForKey(menuKey);
-    if (!stored) return result;
+    plist::Value stored = storedMenuList(menuKey);
+    if (!stored.isArray()) return result;
     result.reserve(stored.array().size());
     for (const auto& entry : stored.array()) {
         if (!entry.isDictionary()) continue;

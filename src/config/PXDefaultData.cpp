@@ -4,6 +4,7 @@
 #include "config/ItemFields.h"
 #include "config/MenuKeys.h"
 #include "config/PXMenuManager.h"
+#include "config/StoredLists.h"
 #include "support/BuildConfig.h"
 
 namespace px {
@@ -56,6 +57,7 @@ std::string PXDefaultData::currentVersion() {
 }
 
 void PXDefaultData::setup() {
+    repairDamagedMenuLists();
     auto stamp = suite().stringForKey(menukey::kUpdateVersion);
     bool hasMainMenu = static_cast<bool>(suite().objectForKey(menukey::kRightMenu));
     bool upToDate = hasMainMenu && stamp == currentVersion();

@@ -1,6 +1,7 @@
 #include "config/PXMenuManager.h"
 
 #include "actions/FileHash.h"
+#include "config/PXDefaultData.h"
 #include "platform/linux/PlistFileSettings.h"
 #include "support/Xdg.h"
 
@@ -66,8 +67,9 @@ void PXMenuManager::resetToDefaultLocations() {
 std::shared_ptr<platform::Settings> PXMenuManager::suite() {
     std::lock_guard guard(m_mutex);
     if (!m_suite)
-        m_suite =
-            std::make_shared<platform::PlistFileSettings>(xdg::settingsFolder() + "/group.plist");
+        m_suite = std::make_shared<platform::PlistFileSettings>(
+            xdg::settingsFolder() + "/group.plist",
+            [](platform::Settings&) { PXDefaultData::setup(); }); // after a damaged file
     return m_suite;
 }
 
