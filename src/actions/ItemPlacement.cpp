@@ -2,12 +2,12 @@
 
 #include "actions/PathName.h"
 #include "actions/TreeRemoval.h"
+#include "support/TemporaryFiles.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
 #include <fmt/format.h>
-#include <random>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -59,13 +59,7 @@ ErrorOr<void> renameReplacing(const std::string& from, const std::string& to) {
 } // namespace
 
 std::string temporaryBeside(const std::string& target) {
-    static thread_local std::mt19937_64 random{std::random_device{}()};
-    const std::string folder = path::deletingLastPathComponent(target);
-    for (;;) {
-        std::string candidate = path::appendingPathComponent(
-            folder, fmt::format(".px-{}-{:08x}", ::getpid(), random() & 0xffffffffu));
-        if (!existsAt(candidate)) return candidate;
-    }
+    return io::temporaryBeside(target);
 }
 
 ErrorOr<void> place(const std::string& from, const std::string& to, creation::Existing existing) {

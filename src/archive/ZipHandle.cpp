@@ -3,6 +3,7 @@
 #include "archive/ZipError.h"
 #include "archive/ZipSourceBridge.h"
 #include "support/FileIO.h"
+#include "support/TemporaryFiles.h"
 
 #include <cerrno>
 #include <filesystem>
@@ -30,24 +31,29 @@ int cancelCallback(zip_t*, void* state) {
 
 ErrorOr<ZipHandle> ZipHandle::create(const std::string& path) {
     TRY(checkFolderWritable(path));
+    // libzip writes into its own temporary beside the name it is given and renames that over
+    // the name at close; given a temporary name of ours, both are recognisably this program's.
+    const std::string temporary = io::temporaryBeside(path);
     int code = 0;
-    zip_t* zip = zip_open(path.c_str(), ZIP_CREATE | ZIP_TRUNCATE, &code);
+    zip_t* zip = zip_open(temporary.c_str(), ZIP_CREATE | ZIP_TRUNCATE, &code);
     if (zip == nullptr) return zipErrorFromCode(code, "cannot create " + path);
-    return ZipHandle(zip, path);
+    return ZipHandle(zip, path, temporary);
 }
 
-ZipHandle::ZipHandle(zip_t* zip, std::string path)
-    : m_zip(zip), m_path(std::move(path)), m_hooks(std::make_unique<Hooks>()) {}
+ZipHandle::ZipHandle(zip_t* zip, std::string path, std::string temporary)
+    : m_zip(zip), m_path(std::move(path)), m_temporary(std::move(temporary)),
+      m_hooks(std::make_unique<Hooks>()) {}
 
 ZipHandle::ZipHandle(ZipHandle&& other) noexcept
     : m_zip(std::exchange(other.m_zip, nullptr)), m_path(std::move(other.m_path)),
-      m_hooks(std::move(other.m_hooks)) {}
+      m_temporary(std::move(other.m_temporary)), m_hooks(std::move(other.m_hooks)) {}
 
 ZipHandle& ZipHandle::operator=(ZipHandle&& other) noexcept {
     if (this != &other) {
         discard();
         m_zip = std::exchange(other.m_zip, nullptr);
         m_path = std::move(other.m_path);
+        m_temporary = std::move(other.m_temporary);
         m_hooks = std::move(other.m_hooks);
     }
     return *this;
@@ -103,7 +109,7 @@ ErrorOr<void> ZipHandle::close(std::function<void()> itemFinished,
     zip_register_cancel_callback_with_state(m_zip, &cancelCallback, nullptr, m_hooks.get());
     if (zip_close(m_zip) == 0) {
         m_zip = nullptr;
-        return {};
+        return publish();
     }
     Error error = failure();
     discard();
@@ -114,6 +120,16 @@ Error ZipHandle::failure() {
     if (m_hooks->wasCancelled) return Error{"writing " + m_path + " was cancelled", ECANCELED};
     if (m_hooks->sourceError) return *m_hooks->sourceError;
     return zipError(zip_get_error(m_zip), "cannot write " + m_path);
+}
+
+// The archive libzip wrote and closed is made durable before it takes its name.
+ErrorOr<void> ZipHandle::publish() {
+    auto synced = io::syncFile(m_temporary);
+    if (!synced.isError() && ::rename(m_temporary.c_str(), m_path.c_str()) == 0) return {};
+    const Error error =
+        synced.isError() ? synced.error() : Error::fromErrno("cannot create " + m_path, errno);
+    ::unlink(m_temporary.c_str());
+    return error;
 }
 
 // libzip deletes an archive left without entries; an empty archive is still what was asked for.

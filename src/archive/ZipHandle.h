@@ -47,7 +47,8 @@ class ZipHandle {
     struct Hooks;
 
   private:
-    ZipHandle(zip_t* zip, std::string path);
+    ZipHandle(zip_t* zip, std::string path, std::string temporary);
+    ErrorOr<void> publish();
     ErrorOr<void> configure(std::uint64_t index, const ZipEntryOptions& options);
     ErrorOr<void> writeEmptyArchive();
     Error failure();
@@ -55,6 +56,7 @@ class ZipHandle {
 
     zip_t* m_zip = nullptr;
     std::string m_path;
+    std::string m_temporary;
     std::unique_ptr<Hooks> m_hooks;
 };
 
