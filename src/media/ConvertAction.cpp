@@ -6,7 +6,7 @@
 #include "archive/PXLoadingWinCtl.h"
 #include "config/Localization.h"
 #include "extension/FinderSync.h"
-#include "media/Imaging.h"
+#include "media/BoundedConversion.h"
 #include "media/PdfTools.h"
 #include "support/Queues.h"
 
@@ -50,22 +50,12 @@ void report(const media::ConvertOutcome& outcome) {
         alertOnMain(localized("Convert Fail"));
 }
 
-void convertEach(const ConvertJob& job, media::Imaging& imaging) {
+// Each file is converted by a worker process of its own, bounded in memory and time.
+void convertAll(const ConvertJob& job) {
     const int iconType = static_cast<int>(job.tag - 1);
     for (const std::string& path : job.paths)
         if (isAccepted(path, job.formats))
-            report(imaging.convertImage(path, job.key, iconType, progressOf(job.sync)));
-}
-
-// Without the image library nothing can be converted: one alert for the whole selection.
-void convertAll(const ConvertJob& job) {
-    ErrorOr<media::Imaging*> imaging = media::imaging();
-    if (imaging.isError()) {
-        logFailure(imaging.error());
-        alertOnMain(localized("Convert Fail"));
-        return;
-    }
-    convertEach(job, *imaging.value());
+            report(media::convertBounded(path, job.key, iconType, progressOf(job.sync)));
 }
 
 void runConvertJob(const ConvertJob& job) {

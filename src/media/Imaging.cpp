@@ -57,6 +57,10 @@ ErrorOr<Imaging*> load() {
 
 } // namespace
 
+std::optional<std::string> imagingLibraryPath() {
+    return findLibrary();
+}
+
 ErrorOr<Imaging*> imaging() {
     static std::once_flag once;
     static std::optional<ErrorOr<Imaging*>> loaded;
