@@ -107,6 +107,13 @@ void ensureVipsStarted() {
     static std::once_flag started;
     std::call_once(started, [] {
         if (VIPS_INIT("pxmenu") != 0) vips_error_clear();
+        // The decoders' complaints about a damaged file (a warning per row, often) are not for
+        // the user: a file that cannot be used is reported once, by what asked for it.
+        g_log_set_handler(
+            "VIPS",
+            static_cast<GLogLevelFlags>(G_LOG_LEVEL_WARNING | G_LOG_LEVEL_MESSAGE |
+                                        G_LOG_LEVEL_INFO | G_LOG_LEVEL_DEBUG),
+            [](const gchar*, GLogLevelFlags, const gchar*, gpointer) {}, nullptr);
         // Loads are cached by file name; a long-lived process converting a file that changed
         // since must read it again, so nothing is cached.
         vips_cache_set_max(0);

@@ -158,4 +158,20 @@ TEST_F(HostileDocumentsTest, PdfsAreOpenedTheWayReadersOpenThem) {
     }
 }
 
+TEST_F(HostileDocumentsTest, BrokenImagesLeaveNoRawWarningsOnStandardError) {
+    ASSERT_EQ(runProcess({"convert", "-size", "300x200", "plasma:", work / "whole.png"}).exitStatus,
+              0);
+    ASSERT_EQ(runProcess({"convert", work / "whole.png", work / "whole.jpg"}).exitStatus, 0);
+    const std::string png = work.write("cut.png", readFile(work / "whole.png").substr(0, 5000));
+    const std::string jpeg = work.write("cut.jpg", readFile(work / "whole.jpg").substr(0, 3000));
+    for (const char* key : {"PDF", "BMP"}) {
+        SCOPED_TRACE(key);
+        const ProcessResult result =
+            runEntry({"Convert to", key}, request(0, work.path(), {png, jpeg}),
+                     "button 1000\nbutton 1000\n");
+        EXPECT_EQ(result.exitStatus, 0);
+        EXPECT_EQ(result.err.find("WARNING"), std::string::npos) << result.err.substr(0, 300);
+    }
+}
+
 } // namespace
