@@ -4,6 +4,9 @@
 #include "media/AppIconExport.h"
 #include "media/ImageFile.h"
 
+#include <fstream>
+#include <string_view>
+
 namespace px::media {
 namespace {
 
@@ -11,6 +14,16 @@ using Result = ConvertOutcome::Result;
 
 // About a gigapixel: a 32k x 32k image; more is refused before any pixel is decoded.
 constexpr double kMaxImagePixels = 1u << 30;
+
+// TIFF is a container of many layouts; one that no loader here takes is said to have failed
+// rather than passed over as "not an image".
+bool isTiff(const std::string& path) {
+    char magic[4] = {};
+    std::ifstream(path, std::ios::binary).read(magic, sizeof magic);
+    const std::string_view start(magic, sizeof magic);
+    return start == std::string_view("II*\0", 4) || start == std::string_view("MM\0*", 4) ||
+           start == std::string_view("II+\0", 4) || start == std::string_view("MM\0+", 4);
+}
 
 bool isIconExport(const std::string& key) {
     return key.find("AppIcon") != std::string::npos;
@@ -22,10 +35,13 @@ ConvertOutcome exportIcon(const vips::VImage& image, const std::string& base, in
     return {Result::Done};
 }
 
-ConvertOutcome saveConverted(const vips::VImage& image, const std::string& base,
+// A file whose pixels libvips' own loader refuses is read again through the fallback loader.
+ConvertOutcome saveConverted(const vips::VImage& image, const std::string& path,
                              const std::string& key) {
-    const std::string destination = base + "." + path::lowercased(key);
-    return {saveImageWithExt(image, key, destination) ? Result::Done : Result::Failed};
+    const std::string destination = path::deletingPathExtension(path) + "." + path::lowercased(key);
+    if (saveImageWithExt(image, key, destination)) return {Result::Done};
+    const std::optional<vips::VImage> again = loadImageThroughFallback(path);
+    return {again && saveImageWithExt(*again, key, destination) ? Result::Done : Result::Failed};
 }
 
 } // namespace
@@ -41,12 +57,11 @@ ConvertOutcome convertImageFile(const std::string& path, const std::string& key,
     if (pdf && !icon)
         return {extractImageFromPDF(path, key, progress) ? Result::Done : Result::Failed};
     const auto image = loadImage(path, icon ? ImageAccess::Random : ImageAccess::Sequential);
-    if (!image) return {pdf ? Result::Failed : Result::Unreadable};
+    if (!image) return {pdf || isTiff(path) ? Result::Failed : Result::Unreadable};
     if (static_cast<double>(image->width()) * image->height() > kMaxImagePixels)
         return {Result::Failed}; // the header claims more than any decoder here should hold
-    const std::string base = path::deletingPathExtension(path);
-    if (icon) return exportIcon(*image, base, iconType);
-    return saveConverted(*image, base, key);
+    if (icon) return exportIcon(*image, path::deletingPathExtension(path), iconType);
+    return saveConverted(*image, path, key);
 }
 
 } // namespace px::media

@@ -61,6 +61,17 @@ std::optional<vips::VImage> loadThroughVips(const std::string& path, ImageAccess
     return std::nullopt;
 }
 
+} // namespace
+
+std::optional<vips::VImage> loadImageThroughFallback(const std::string& path) {
+    ensureVipsStarted();
+    vips::VImage image;
+    if (attempt([&] { image = vips::VImage::magickload(path.c_str()); })) return image;
+    return std::nullopt;
+}
+
+namespace {
+
 bool isGifSaverBuiltIn() {
     static const bool builtIn = vips_type_find("VipsOperation", "gifsave") != 0;
     return builtIn;
