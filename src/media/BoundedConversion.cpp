@@ -24,6 +24,18 @@ namespace {
 using Result = ConvertOutcome::Result;
 using Clock = std::chrono::steady_clock;
 
+// The address sanitizer reserves terabytes of address space up front: its builds limit time only.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool kLimitAddressSpace = false;
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+constexpr bool kLimitAddressSpace = false;
+#else
+constexpr bool kLimitAddressSpace = true;
+#endif
+#else
+constexpr bool kLimitAddressSpace = true;
+#endif
 constexpr rlim_t kAddressSpace = rlim_t{6} << 30; // bytes
 constexpr rlim_t kProcessorSeconds = 1800;
 constexpr int kDefaultStallSeconds = 60;
@@ -45,7 +57,7 @@ int stallSeconds() {
     ::dup2(output, STDOUT_FILENO);
     ::dup2(quiet, STDERR_FILENO); // the decoders' complaints: the outcome says enough
     const rlimit space{kAddressSpace, kAddressSpace}, cpu{kProcessorSeconds, kProcessorSeconds};
-    ::setrlimit(RLIMIT_AS, &space);
+    if (kLimitAddressSpace) ::setrlimit(RLIMIT_AS, &space);
     ::setrlimit(RLIMIT_CPU, &cpu);
     ::execv(program, argv);
     ::_exit(127);
