@@ -32,7 +32,7 @@ ErrorOr<void> renameKeeping(const std::string& from, const std::string& to) {
 // rename(2) cannot put a folder over a file, a file over a folder, or anything over a folder
 // with contents: the old item steps aside first and goes once the new one is in place.
 ErrorOr<void> renameAside(const std::string& from, const std::string& to) {
-    const std::string aside = temporaryBeside(to);
+    const std::string aside = io::temporaryBeside(to);
     if (::rename(to.c_str(), aside.c_str()) != 0)
         return Error::fromErrno("cannot replace " + to, errno);
     if (::rename(from.c_str(), to.c_str()) != 0) {
@@ -57,10 +57,6 @@ ErrorOr<void> renameReplacing(const std::string& from, const std::string& to) {
 }
 
 } // namespace
-
-std::string temporaryBeside(const std::string& target) {
-    return io::temporaryBeside(target);
-}
 
 ErrorOr<void> place(const std::string& from, const std::string& to, creation::Existing existing) {
     return existing == creation::Existing::Replace ? renameReplacing(from, to)

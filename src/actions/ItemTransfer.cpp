@@ -64,7 +64,7 @@ bool onOneFileSystem(const std::string& source, const std::string& target) {
 // A copy beside the target under a temporary name, then put in place.
 ErrorOr<void> copyIntoPlace(const std::string& source, const std::string& target,
                             Existing existing) {
-    const std::string temporary = placement::temporaryBeside(target);
+    const std::string temporary = io::temporaryBeside(target);
     TRY(filecopy::copyItem(source, temporary));
     // One flush for the whole copy: a write that failed at the last moment is caught here.
     auto placed = io::syncFileSystemOf(path::deletingLastPathComponent(temporary));

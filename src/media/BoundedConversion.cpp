@@ -108,29 +108,34 @@ bool readUntilDone(int fd, Reading& reading, const PdfProgress& progress) {
     }
 }
 
-std::optional<std::string> workerProgram() {
+ErrorOr<std::string> workerProgram() {
     const std::optional<std::string> library = imagingLibraryPath();
-    if (!library) return std::nullopt;
+    if (!library) {
+        const ErrorOr<Imaging*> loaded = imaging(); // answers the library's own "not installed"
+        if (loaded.isError()) return loaded.error();
+        return Error{"the image library is not installed", ENOENT};
+    }
     std::string program = path::deletingLastPathComponent(*library) + "/pxmenu-imaging-worker";
-    return ::access(program.c_str(), X_OK) == 0 ? std::optional(program) : std::nullopt;
+    if (::access(program.c_str(), X_OK) == 0) return program;
+    return Error{"the image worker " + program + " is not installed", ENOENT};
 }
 
 } // namespace
 
 ConvertOutcome convertBounded(const std::string& path, const std::string& key, int iconType,
                               const PdfProgress& progress) {
-    const std::optional<std::string> program = workerProgram();
-    if (!program) {
-        logFailure({"the image worker pxmenu-imaging-worker is not installed"});
+    const ErrorOr<std::string> program = workerProgram();
+    if (program.isError()) {
+        logFailure(program.error());
         return {Result::Failed};
     }
     std::string type = std::to_string(iconType), source = path, target = key;
-    char* argv[] = {const_cast<char*>(program->c_str()), source.data(), target.data(), type.data(),
-                    nullptr};
+    char* argv[] = {const_cast<char*>(program.value().c_str()), source.data(), target.data(),
+                    type.data(), nullptr};
     int pipe[2];
     if (::pipe2(pipe, O_CLOEXEC) != 0) return {Result::Failed};
     const pid_t worker = ::fork();
-    if (worker == 0) becomeWorker(program->c_str(), argv, pipe[1]);
+    if (worker == 0) becomeWorker(program.value().c_str(), argv, pipe[1]);
     ::close(pipe[1]);
     Reading reading;
     const bool finished = worker > 0 && readUntilDone(pipe[0], reading, progress);
