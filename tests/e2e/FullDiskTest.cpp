@@ -3,7 +3,9 @@
 #include "CliFixture.h"
 #include "pdf/SamplePdf.h"
 
+#include <cstring>
 #include <fcntl.h>
+#include <functional>
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/statvfs.h>
