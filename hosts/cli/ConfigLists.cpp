@@ -6,6 +6,7 @@
 #include "config/MenuKeys.h"
 #include "config/PXMenuManager.h"
 #include "plist/ItemFields.h"
+#include "config/StoredLists.h"
 
 #include <charconv>
 #include <fmt/format.h>
@@ -42,7 +43,7 @@ std::string menuKeyOf(const std::string& name) {
 }
 
 plist::Array storedList(const std::string& menuKey) {
-    plist::Value list = userStore()->sharedDefaults().arrayForKey(menuKey);
+    plist::Value list = storedMenuList(*userStore(), menuKey);
     return list ? list.array() : plist::Array{};
 }
 

@@ -1,6 +1,7 @@
 #include "archive/ZipFileWriter.h"
 
 #include "archive/ZipHeaders.h"
+#include "support/TemporaryFiles.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -33,16 +34,13 @@ mode_t archiveMode(const std::string& path) {
     return 0666 & ~currentUmask();
 }
 
-std::string folderOf(const std::string& path) {
-    std::string folder = std::filesystem::path(path).parent_path().string();
-    return folder.empty() ? "." : folder;
-}
-
 } // namespace
 
 ErrorOr<ZipFileWriter> ZipFileWriter::create(const std::string& path) {
-    std::string temporary = folderOf(path) + "/.px-zip-" + std::to_string(::getpid()) + "-XXXXXX";
-    io::FileDescriptor fd(::mkostemp(temporary.data(), O_CLOEXEC));
+    // Named as the program's temporaries are, so that one left by a killed job is removed by
+    // the next job writing into the folder.
+    std::string temporary = io::temporaryBeside(path);
+    io::FileDescriptor fd(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     if (!fd.valid()) return Error::fromErrno("cannot create " + path, errno);
     ZipFileWriter writer(path, std::move(temporary), std::move(fd));
     if (::fchmod(writer.m_fd.get(), archiveMode(path)) != 0)

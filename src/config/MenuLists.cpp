@@ -3,6 +3,7 @@
 #include "config/PXDefaultData.h"
 #include "config/PXMenuManager.h"
 #include "config/StoredFields.h"
+#include "config/StoredLists.h"
 #include "plist/ItemFields.h"
 #include "support/FileHash.h"
 #include "support/StandardPath.h"
@@ -138,14 +139,14 @@ bool isForeverKey(const std::string& key) {
 
 } // namespace
 
-// Walks the stored list; a disabled entry is left out unless asked for. Entries that are not
-// dictionaries are skipped: a hand-edited file must not break the menu.
+// Walks the stored list (a damaged one is replaced by the factory list); a disabled entry is
+// left out unless asked for.
 PXMenuItem::List PXMenuManager::buildList(
     const char* menuKey, bool includeDisabled,
     const std::function<void(PXMenuItem&, const plist::Value&)>& copyFields) const {
     PXMenuItem::List result;
-    plist::Value stored = m_suite->arrayForKey(menuKey);
-    if (!stored) return result;
+    plist::Value stored = storedMenuList(*this, menuKey);
+    if (!stored.isArray()) return result;
     result.reserve(stored.array().size());
     for (const auto& entry : stored.array()) {
         if (!entry.isDictionary()) continue;

@@ -2,6 +2,7 @@
 
 #include "config/MenuKeys.h"
 #include "config/PXMenuManager.h"
+#include "config/StoredLists.h"
 #include "plist/ItemFields.h"
 #include "support/BuildConfig.h"
 #include "support/FileHash.h"
@@ -57,6 +58,7 @@ std::string PXDefaultData::currentVersion() {
 }
 
 void PXDefaultData::setup() {
+    repairDamagedMenuLists(m_store);
     auto stamp = suite().stringForKey(menukey::kUpdateVersion);
     bool hasMainMenu = static_cast<bool>(suite().objectForKey(menukey::kRightMenu));
     bool upToDate = hasMainMenu && stamp == currentVersion();

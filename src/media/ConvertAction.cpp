@@ -4,7 +4,7 @@
 #include "actions/Commands.h"
 #include "actions/FailureLog.h"
 #include "actions/ProgressModel.h"
-#include "media/Imaging.h"
+#include "media/BoundedConversion.h"
 #include "media/PdfTools.h"
 #include "support/Localization.h"
 #include "support/PathName.h"
@@ -52,23 +52,13 @@ void report(platform::Ui& ui, const media::ConvertOutcome& outcome) {
         alertOnMain(ui, localized("Convert Fail"));
 }
 
-void convertEach(const ConvertJob& job, media::Imaging& imaging) {
+// Each file is converted by a worker process of its own, bounded in memory and time.
+void convertAll(const ConvertJob& job) {
     const int iconType = static_cast<int>(job.tag - 1);
     for (const std::string& path : job.paths)
         if (isAccepted(path, job.formats))
             report(job.sync->ui(),
-                   imaging.convertImage(path, job.key, iconType, progressOf(job.sync)));
-}
-
-// Without the image library nothing can be converted: one alert for the whole selection.
-void convertAll(const ConvertJob& job) {
-    ErrorOr<media::Imaging*> imaging = media::imaging();
-    if (imaging.isError()) {
-        logFailure(imaging.error());
-        alertOnMain(job.sync->ui(), localized("Convert Fail"));
-        return;
-    }
-    convertEach(job, *imaging.value());
+                   media::convertBounded(path, job.key, iconType, progressOf(job.sync)));
 }
 
 void runConvertJob(const ConvertJob& job) {

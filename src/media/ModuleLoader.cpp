@@ -25,7 +25,9 @@ std::vector<std::string> libraryFolders(const ModuleSpec& spec) {
     return folders;
 }
 
-std::optional<std::string> findLibrary(const ModuleSpec& spec) {
+} // namespace
+
+std::optional<std::string> findModule(const ModuleSpec& spec) {
     for (const std::string& folder : libraryFolders(spec)) {
         std::string candidate = folder + "/" + spec.fileName;
         if (io::exists(candidate)) return candidate;
@@ -38,11 +40,10 @@ std::string lastLoaderError() {
     return message ? message : "unknown error";
 }
 
-} // namespace
 
 // The handle is never closed: a module may keep threads that run its code (libvips does).
 ErrorOr<void*> loadModule(const ModuleSpec& spec) {
-    const std::optional<std::string> path = findLibrary(spec);
+    const std::optional<std::string> path = findModule(spec);
     if (!path)
         return Error{std::string("the ") + spec.what + " " + spec.fileName + " is not installed"};
     void* handle = ::dlopen(path->c_str(), RTLD_LAZY | RTLD_LOCAL);

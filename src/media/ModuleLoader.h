@@ -2,6 +2,7 @@
 
 #include "support/ErrorOr.h"
 
+#include <optional>
 #include <string>
 
 namespace px::media {
@@ -21,5 +22,8 @@ struct ModuleSpec {
 // program's own libraries: binding all of a large module's libraries' symbols up front costs
 // more than the small jobs they do.
 ErrorOr<void*> loadModule(const ModuleSpec& spec);
+
+// Where loadModule finds the module, or nothing when it is in none of the places.
+std::optional<std::string> findModule(const ModuleSpec& spec);
 
 } // namespace px::media

@@ -25,6 +25,9 @@ class Settings {
                         const std::function<plist::Value(const plist::Value&)>& change) = 0;
 
     void removeObject(const std::string& key) { setObject(key, {}); }
+    // Keeps a copy of the stored settings beside them before a damaged part is replaced, and
+    // reports once why; answers where the copy is, when there is one.
+    virtual std::optional<std::string> keepDamagedCopy(const std::string& why);
 
     // Typed readers with the usual defaults conventions: numbers and "YES"/"true"/"1"-like
     // strings convert, anything else reads as false, 0 or nothing.

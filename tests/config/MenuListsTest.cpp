@@ -47,17 +47,30 @@ TEST_F(MenuListsTest, RunTimeAttributesFollowTheKey) {
     EXPECT_TRUE(find(items, "Color Picker")->disabledAuth);
 }
 
-TEST_F(MenuListsTest, WrongTypedEntriesNeitherCrashNorLeak) {
-    storeMain({Value("not a dictionary"), dict({{"key", Value(42)}, {"disabled", Value("maybe")}}),
-               keyed("Cut Paste", {{"cutPaths", Value("/tmp/x")}}),
+TEST_F(MenuListsTest, WrongTypedFieldsReadAsEmptyAndDamagedListsGiveWayToTheFactoryList) {
+    storeMain({keyed("Cut Paste", {{"cutPaths", Value("/tmp/x")}, {"disabled", Value("maybe")}}),
                keyed("Cut Paste", {{"cutPaths", Value::makeArray({Value("/a"), Value(3)})}})});
     auto items = store->menuItemArray();
-    ASSERT_EQ(items.size(), 3u);
-    EXPECT_EQ(items[0]->key, "");
-    EXPECT_TRUE(items[1]->cutPaths.empty());
-    EXPECT_EQ(items[2]->cutPaths, (std::vector<std::string>{"/a"}));
-    suite->setObject(menukey::kRightMenu, Value(7));
-    EXPECT_TRUE(store->menuItemArray().empty());
+    ASSERT_EQ(items.size(), 2u);
+    EXPECT_TRUE(items[0]->cutPaths.empty());
+    EXPECT_EQ(items[1]->cutPaths, (std::vector<std::string>{"/a"}));
+
+    PXDefaultData(*store).recoverRightMenu();
+    const auto expected = keysOf(store->menuItemArray());
+    const std::vector<Value> damaged{
+        Value(7),
+        dict({{"key", Value("Copy to")}}),
+        Value::makeArray({Value("not a dictionary")}),
+        Value::makeArray({dict({{"key", Value(42)}})}),
+    };
+    for (const auto& list : damaged) {
+        SCOPED_TRACE(list.description());
+        suite->setObject(menukey::kRightMenu, list);
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(keysOf(store->menuItemArray()), expected);
+        EXPECT_NE(testing::internal::GetCapturedStderr().find("damaged"), std::string::npos);
+        EXPECT_TRUE(stored(menukey::kRightMenu).isArray());
+    }
 }
 
 TEST_F(MenuListsTest, NewFileListHonoursTheIncludeDisabledFlag) {

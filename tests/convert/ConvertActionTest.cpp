@@ -115,7 +115,7 @@ TEST_F(ConvertActionTest, IconExportTakesItsTypeFromTheTargetAndRefusesANonSquar
     EXPECT_EQ(alertTexts(*ui).size(), 1u);
 }
 
-TEST_F(ConvertActionTest, APdfSourceHasItsPagesExtractedWithProgressAndABrokenOneIsSkipped) {
+TEST_F(ConvertActionTest, APdfSourceHasItsPagesExtractedWithProgressAndABrokenOneIsReported) {
     writeSamplePdf(work / "doc.pdf", {"One", "Two"});
     work.write("broken.pdf", "%PDF-1.4\nthis is where the document ended\n");
     convert({work / "broken.pdf", work / "doc.pdf"}, "JPEG");
@@ -123,7 +123,7 @@ TEST_F(ConvertActionTest, APdfSourceHasItsPagesExtractedWithProgressAndABrokenOn
     EXPECT_THAT(identify(work / "doc/2.jpeg"), testing::StartsWith("JPEG "));
     EXPECT_FALSE(exists(work / "broken"));
     EXPECT_THAT(progressFractions(*ui), ElementsAre(0.5, 1.0));
-    EXPECT_TRUE(alertTexts(*ui).empty());
+    EXPECT_THAT(alertTexts(*ui), ElementsAre(localized("Convert Fail")));
     expectWindowClosedOnce();
 }
 

@@ -118,4 +118,21 @@ TEST_F(PlistFileSettingsTest, ADamagedFileIsReportedOnceAndKeptAsideNeverOverwri
     EXPECT_TRUE(test::exists(path() + ".broken-1"));
 }
 
+TEST_F(PlistFileSettingsTest, CountersStopAtTheLargestInteger) {
+    const std::vector<std::pair<const char*, std::string>> stored{
+        {"an integer", "<integer>9223372036854775807</integer>"},
+        {"a real past it", "<real>1e300</real>"},
+        {"one below", "<integer>9223372036854775806</integer>"},
+    };
+    for (const auto& [what, xml] : stored) {
+        SCOPED_TRACE(what);
+        dir.write("group.plist", "<?xml version=\"1.0\"?>\n<plist version=\"1.0\"><dict>"
+                                 "<key>use count</key>" +
+                                     xml + "</dict></plist>\n");
+        EXPECT_EQ(mine.increment("use count"), INT64_MAX);
+        EXPECT_EQ(mine.increment("use count"), INT64_MAX);
+        EXPECT_EQ(theirs.integerForKey("use count"), INT64_MAX);
+    }
+}
+
 } // namespace
