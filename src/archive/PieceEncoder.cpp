@@ -12,6 +12,7 @@ namespace {
 
 // libdeflate's level 7 packs text about as tightly as zlib's level 9, in the time of its level 6.
 constexpr int kLevel = 7;
+constexpr std::uint64_t kSampleSize = 64 * 1024;
 
 std::uint32_t crcOf(const std::vector<std::byte>& bytes) {
     return libdeflate_crc32(0, bytes.data(), bytes.size());
@@ -48,7 +49,7 @@ ErrorOr<EncodedPiece> PieceEncoder::encode(PendingEntry& entry, const PieceJob& 
     if (job.pieceCount == 1)
         compressWhole(piece);
     else
-        TRY(compressPart(job, piece));
+        TRY(compressPart(entry, job, piece));
     return piece;
 }
 
@@ -65,19 +66,38 @@ void PieceEncoder::compressWhole(EncodedPiece& piece) {
         piece.bytes = std::vector<std::byte>(m_scratch.begin(), m_scratch.begin() + packed);
 }
 
-// The first piece is stored unless it shrinks, and the others follow it; every piece but the
-// last is made joinable.
-ErrorOr<void> PieceEncoder::compressPart(const PieceJob& job, EncodedPiece& piece) {
+// Whether a sample of the entry's data shrinks when deflated.
+ErrorOr<bool> PieceEncoder::sampleShrinks(PendingEntry& entry, std::uint64_t offset) {
+    std::vector<std::byte> sample = TRY(readPiece(entry, offset, kSampleSize));
+    m_scratch.resize(kSampleSize - 1);
+    return m_deflater.compress(sample, m_scratch) != 0;
+}
+
+// A large entry is stored when its first piece does not shrink and neither do samples taken
+// further on: a file that starts with packed data may hold text after it.
+ErrorOr<bool> PieceEncoder::storeLargeEntry(PendingEntry& entry, const PieceJob& job) {
+    for (std::uint64_t sample = 1; sample <= 3; ++sample) {
+        const std::uint64_t offset = (job.entrySize - kSampleSize) * sample / 3;
+        if (TRY(sampleShrinks(entry, offset))) return false;
+    }
+    return true;
+}
+
+// The first piece decides whether the entry is stored, and the others follow it; every piece
+// but the last is made joinable.
+ErrorOr<void> PieceEncoder::compressPart(PendingEntry& entry, const PieceJob& job,
+                                         EncodedPiece& piece) {
     if (job.piece > 0 && job.stored) return {};
     const bool first = job.piece == 0;
-    m_scratch.resize(first ? piece.bytes.size() - 1 : m_deflater.bound(piece.bytes.size()));
-    const std::size_t packed = m_deflater.compress(piece.bytes, m_scratch);
-    if (first) {
-        piece.stored = packed == 0;
+    m_scratch.resize(m_deflater.bound(piece.bytes.size()));
+    std::size_t packed = m_deflater.compress(piece.bytes, m_scratch);
+    if (first && packed >= piece.bytes.size()) {
+        piece.stored = TRY(storeLargeEntry(entry, job));
         if (piece.stored) return {};
-    } else if (packed == 0) {
-        return Error{"the deflate library failed", EIO};
+        m_scratch.resize(m_deflater.bound(piece.bytes.size()));
+        packed = m_deflater.compress(piece.bytes, m_scratch);
     }
+    if (packed == 0) return Error{"the deflate library failed", EIO};
     std::vector<std::byte> stream(m_scratch.begin(), m_scratch.begin() + packed);
     if (job.piece + 1 < job.pieceCount) TRY(makeJoinable(stream));
     piece.bytes = std::move(stream);

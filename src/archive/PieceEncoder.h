@@ -12,7 +12,8 @@ namespace px::archive {
 
 // Which piece of which entry to encode. An entry of at most `pieceSize` bytes is one piece; a
 // larger one is cut into pieces of `pieceSize` bytes, compressed apart into streams that join
-// into one, and the first piece decides for all whether the entry is stored.
+// into one, and the first piece (with samples further on) decides for all whether the entry is
+// stored.
 struct PieceJob {
     std::size_t entry = 0;
     std::uint64_t piece = 0;
@@ -35,7 +36,9 @@ class PieceEncoder {
     ErrorOr<std::vector<std::byte>> readPiece(PendingEntry& entry, std::uint64_t offset,
                                               std::uint64_t length);
     void compressWhole(EncodedPiece& piece);
-    ErrorOr<void> compressPart(const PieceJob& job, EncodedPiece& piece);
+    ErrorOr<void> compressPart(PendingEntry& entry, const PieceJob& job, EncodedPiece& piece);
+    ErrorOr<bool> storeLargeEntry(PendingEntry& entry, const PieceJob& job);
+    ErrorOr<bool> sampleShrinks(PendingEntry& entry, std::uint64_t offset);
 
     WholeDeflater m_deflater;
     std::vector<std::byte> m_scratch;

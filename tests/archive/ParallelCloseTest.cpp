@@ -38,13 +38,15 @@ struct Content {
 // piece (several MB) come back whole, in the order they were added, through 7-Zip with and
 // without a password.
 TEST_F(ParallelClose, PiecesOfLargeFilesJoinAndDataThatDoesNotShrinkIsStored) {
-    const std::vector<Content> contents = {{"big.txt", text(9 << 20), 8},
-                                           {"small.txt", text(3000), 8},
-                                           {"big.bin", randomBytes(5 << 20, 3), 0},
-                                           {"empty", "", 0},
-                                           {"tiny", "ab", 0},
-                                           {"mixed", text(3 << 20) + randomBytes(1 << 20, 4), 8},
-                                           {"noise", randomBytes(70000, 5), 0}};
+    const std::vector<Content> contents = {
+        {"big.txt", text(9 << 20), 8},
+        {"small.txt", text(3000), 8},
+        {"big.bin", randomBytes(5 << 20, 3), 0},
+        {"empty", "", 0},
+        {"tiny", "ab", 0},
+        {"mixed", text(3 << 20) + randomBytes(1 << 20, 4), 8},
+        {"noise", randomBytes(70000, 5), 0},
+        {"packed first", randomBytes(3 << 20, 6) + text(4 << 20), 8}};
     for (const auto& content : contents)
         writeFile(temp / ("in/" + std::string(content.name)), content.bytes);
     for (const std::optional<std::string>& password : {std::optional<std::string>{}, {"pw"}}) {
