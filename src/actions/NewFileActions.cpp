@@ -2,16 +2,13 @@
 // entry that turns a selected file into a new template.
 #include "actions/Alerts.h"
 #include "actions/FileHash.h"
-#include "actions/FileIcon.h"
 #include "actions/NewFile.h"
 #include "actions/PXSelectFileTypeViewCtl.h"
+#include "actions/TemplateAdding.h"
 #include "archive/PXLoadingWinCtl.h"
 #include "config/Localization.h"
-#include "config/MenuKeys.h"
-#include "config/PXMenuManager.h"
 #include "extension/FinderSync.h"
 #include "platform/Platform.h"
-#include "support/FileIO.h"
 
 #include <iostream>
 #include <memory>
@@ -60,51 +57,14 @@ void newFileFromWindow(const std::string& folder) {
     makeFromPanel(answer->path, *chosenExtension, chooser.currentItem);
 }
 
-// The template entry for a copied file, with "iconPath" only when an icon was saved.
-plist::Value templateEntry(const std::string& key, const PXFile& source,
-                           const std::string& iconPath, const std::string& templatePath) {
-    plist::Dictionary entry{{"key", plist::Value(key)},
-                            {"ext", plist::Value(source.ext())},
-                            {"displayName", plist::Value(source.name())},
-                            {"templatePath", plist::Value(templatePath)}};
-    if (!iconPath.empty()) entry.emplace("iconPath", plist::Value(iconPath));
-    return plist::Value::makeDictionary(std::move(entry));
-}
-
-void failed(const Error& error) {
-    std::cerr << "pxmenu: " << error.message << '\n';
-    alert::alertWithMsg(localized("Error Common Tip"));
-}
-
-// Copies the item into the template folder as <key>; false (after the alert) on failure.
-bool copyIntoTemplates(const PXFile& source, const std::string& templates, const std::string& key) {
-    auto made = io::makeDirectories(templates);
-    if (made) made = creation::copyItem(source.path, templates + "/" + key, Existing::Keep);
-    if (made) return true;
-    failed(made.error());
-    return false;
-}
-
-// The icon beside the template as <key>.png; empty when no icon could be drawn.
-std::string saveTemplateIcon(const PXFile& source, const std::string& templates,
-                             const std::string& key) {
-    std::string iconPath = templates + "/" + key + ".png";
-    if (fileicon::saveIconPNG(source.path, iconPath, newfile::kTemplateIconSize)) return iconPath;
-    std::cerr << "pxmenu: no icon could be drawn for " << source.path
-              << "; the template has none\n";
-    return {};
-}
-
 // The first selected item becomes a new entry of the template list.
 void addToFileTemplate(FinderSync& sync) {
     if (sync.selectURLs().empty()) return;
-    const PXFile source(sync.selectURLs().front());
-    const std::string key = newfile::uuid();
-    const std::string templates = PXMenuManager::fileTemplateFolder();
-    if (!copyIntoTemplates(source, templates, key)) return;
-    const std::string iconPath = saveTemplateIcon(source, templates, key);
-    PXMenuManager::addMenuKey(menukey::kNewFile,
-                              templateEntry(key, source, iconPath, templates + "/" + key), false);
+    if (auto added = newfile::addFileTemplate(sync.selectURLs().front()); added.isError()) {
+        std::cerr << "pxmenu: " << added.error().message << '\n';
+        alert::alertWithMsg(localized("Error Common Tip"));
+        return;
+    }
     sync.loadingWinCtl().showSuccess(localized("Success Common Tip"), [&sync] { sync.clean(); });
 }
 

@@ -128,6 +128,9 @@ bool TerminalServices::performService(const std::string& name,
 }
 
 std::optional<Terminal> TerminalServices::defaultTerminal() {
+    auto preferred = PXMenuManager::sharedDefaults().stringForKey("terminal");
+    if (preferred && filehash::isValid(*preferred))
+        if (auto terminal = locateAndIdentify(*preferred)) return terminal;
     const char* chosen = std::getenv("TERMINAL");
     if (chosen && filehash::isValid(chosen))
         if (auto terminal = locateAndIdentify(chosen)) return terminal;
@@ -148,6 +151,13 @@ std::optional<Terminal> TerminalServices::secondTerminal() const {
         if (!first || !sameTerminal(*first, candidate)) return candidate;
     }
     return std::nullopt;
+}
+
+std::vector<std::string> TerminalServices::installedEmulators() {
+    std::vector<std::string> installed;
+    for (const auto& emulator : terminal::knownEmulators())
+        if (locate(emulator)) installed.push_back(emulator);
+    return installed;
 }
 
 std::vector<std::string> TerminalServices::command(const Terminal& terminal,

@@ -1,0 +1,118 @@
+#include "SettingsFixture.h"
+
+#include "config/ItemFields.h"
+#include "config/ListEntries.h"
+#include "config/PXMenuManager.h"
+
+#include <QIcon>
+
+namespace px::test {
+
+namespace {
+
+// Deletes the application when the tests are over, so nothing of it is reported as leaked.
+class QtEnvironment final : public ::testing::Environment {
+  public:
+    void TearDown() override { delete QApplication::instance(); }
+};
+
+[[maybe_unused]] auto* const environment = ::testing::AddGlobalTestEnvironment(new QtEnvironment);
+
+} // namespace
+
+QApplication& qtApplication() {
+    if (auto* running = qobject_cast<QApplication*>(QApplication::instance())) return *running;
+    static int argc = 1;
+    static char name[] = "test_settings";
+    static char* argv[] = {name, nullptr};
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    auto* application = new QApplication(argc, argv);
+    QIcon::setThemeName("Adwaita");
+    return *application;
+}
+
+void SettingsFixture::SetUp() {
+    qtApplication();
+    PXMenuManager::resetToDefaultLocations();
+    store = std::make_unique<settings::ConfigStore>(PXMenuManager::sharedInstance());
+}
+
+void SettingsFixture::TearDown() {
+    window.reset();
+    PXMenuManager::resetToDefaultLocations();
+}
+
+settings::SettingsWindow& SettingsFixture::openWindow() {
+    window.reset();
+    start = startup::prepareSettings();
+    window = std::make_unique<settings::SettingsWindow>(*store, prompts);
+    window->show();
+    return *window;
+}
+
+settings::ListPage& SettingsFixture::page(const char* menuKey) {
+    if (!window) openWindow();
+    auto* found = window->listPage(menuKey);
+    EXPECT_NE(found, nullptr) << menuKey;
+    return *found;
+}
+
+int SettingsFixture::rowOf(settings::ListPage& list, const std::string& key) {
+    for (int row = 0; row < list.list()->count(); ++row)
+        if (list.list()->item(row)->data(Qt::UserRole).toString().toStdString() == key) return row;
+    return -1;
+}
+
+QListWidgetItem* SettingsFixture::select(settings::ListPage& list, const std::string& key) {
+    const int row = rowOf(list, key);
+    EXPECT_GE(row, 0) << key;
+    list.list()->setFocus();
+    list.list()->setCurrentRow(row);
+    return row < 0 ? nullptr : list.list()->item(row);
+}
+
+void SettingsFixture::key(QWidget* widget, Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    QTest::keyClick(widget, key, modifiers);
+    QApplication::processEvents();
+}
+
+ProcessResult SettingsFixture::pxmenu(std::vector<std::string> args) {
+    args.insert(args.begin(), PXMENU_BINARY);
+    return runProcess(args);
+}
+
+nlohmann::json SettingsFixture::menuForFile() {
+    const std::string file = work.write("report.txt", "text");
+    auto result = pxmenu({"menu", "--json", "--target", work.path(), "--", file});
+    EXPECT_EQ(result.exitStatus, 0) << result.err;
+    return nlohmann::json::parse(result.out);
+}
+
+std::vector<std::string> SettingsFixture::keys(const nlohmann::json& menu) {
+    std::vector<std::string> result;
+    for (const auto& item : menu)
+        result.push_back(item.at("key").get<std::string>());
+    return result;
+}
+
+const nlohmann::json* SettingsFixture::entry(const nlohmann::json& menu, const std::string& key) {
+    for (const auto& item : menu)
+        if (item.at("key") == key) return &item;
+    return nullptr;
+}
+
+plist::Value SettingsFixture::settingsFile() {
+    auto read = plist::readFile(xdg.configHome() + "/pxmenu/group.plist");
+    EXPECT_FALSE(read.isError());
+    return read.isError() ? plist::Value() : read.releaseValue();
+}
+
+plist::Value SettingsFixture::storedEntry(const char* menuKey, const std::string& key) {
+    plist::Value list = settingsFile().get(menuKey);
+    if (list.isArray())
+        for (const auto& item : list.array())
+            if (entries::keyOf(item) == key) return item;
+    return {};
+}
+
+} // namespace px::test
