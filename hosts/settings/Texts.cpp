@@ -2,6 +2,7 @@
 
 #include "config/Localization.h"
 
+#include <QDir>
 #include <QStringList>
 #include <vector>
 
@@ -24,6 +25,22 @@ QString text(std::string_view key, const QStringList& arguments) {
     for (const auto& argument : arguments)
         values.push_back(utf8(argument));
     return qt(formatLocalizedText(localized(key), values));
+}
+
+void setUpIconTheme() {
+    QStringList paths = QIcon::themeSearchPaths();
+    const QString dataHome = qEnvironmentVariable("XDG_DATA_HOME", QDir::homePath() + "/.local/share");
+    QStringList folders{dataHome, QDir::homePath()};
+    const QString dataDirs = qEnvironmentVariable("XDG_DATA_DIRS", "/usr/local/share:/usr/share");
+    folders += dataDirs.split(':', Qt::SkipEmptyParts);
+    for (const QString& folder : folders) {
+        const QString icons = folder + (folder == QDir::homePath() ? "/.icons" : "/icons");
+        if (!paths.contains(icons)) paths << icons;
+    }
+    QIcon::setThemeSearchPaths(paths);
+    QIcon::setFallbackThemeName("Adwaita");
+    if (QIcon::themeName().isEmpty() || QIcon::themeName() == "hicolor")
+        QIcon::setThemeName("Adwaita");
 }
 
 QIcon iconFor(const std::string& reference) {

@@ -3,6 +3,7 @@
 #include "Prompts.h"
 #include "SettingsWindow.h"
 #include "StartupMessages.h"
+#include "Texts.h"
 #include "support/BuildConfig.h"
 
 #include <QApplication>
@@ -49,7 +50,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName("pxmenu-settings");
     QApplication::setApplicationVersion(QString::fromUtf8(px::kProductVersion));
     QApplication::setDesktopFileName("pxmenu-settings");
-    if (QIcon::themeName().isEmpty()) QIcon::setThemeName("Adwaita");
+    px::settings::setUpIconTheme();
     QCommandLineParser options;
     options.addHelpOption();
     options.addVersionOption();

@@ -82,10 +82,13 @@ TEST_F(ConfigurationFilesTest, ChangesMadeElsewhereShowWhenTheWindowIsActivated)
     auto& rightMenu = page(menukey::kRightMenu);
     ASSERT_EQ(pxmenu({"config", "set", "right", "Move to", "displayName", "Shift"}).exitStatus, 0);
     EXPECT_NE(rightMenu.list()->item(rowOf(rightMenu, "Move to"))->text(), "Shift");
-    QEvent activation(QEvent::ActivationChange);
+    // Another window takes the focus, then the settings window gets it back.
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
     window->activateWindow();
-    QApplication::sendEvent(window.get(), &activation);
-    if (!window->isActiveWindow()) GTEST_SKIP() << "the platform activates no window";
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
     EXPECT_EQ(rightMenu.list()->item(rowOf(rightMenu, "Move to"))->text(), "Shift");
 }
 

@@ -2,6 +2,7 @@
 
 #include "config/ItemFields.h"
 #include "config/ListEntries.h"
+#include "Texts.h"
 #include "config/PXMenuManager.h"
 
 #include <QIcon>
@@ -27,7 +28,7 @@ QApplication& qtApplication() {
     static char* argv[] = {name, nullptr};
     qputenv("QT_QPA_PLATFORM", "offscreen");
     auto* application = new QApplication(argc, argv);
-    QIcon::setThemeName("Adwaita");
+    settings::setUpIconTheme();
     return *application;
 }
 
@@ -47,6 +48,8 @@ settings::SettingsWindow& SettingsFixture::openWindow() {
     start = startup::prepareSettings();
     window = std::make_unique<settings::SettingsWindow>(*store, prompts);
     window->show();
+    window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window.get())) << "keyboard tests need focus";
     return *window;
 }
 
@@ -68,12 +71,15 @@ QListWidgetItem* SettingsFixture::select(settings::ListPage& list, const std::st
     EXPECT_GE(row, 0) << key;
     list.list()->setFocus();
     list.list()->setCurrentRow(row);
+    QTest::qWait(10);
     return row < 0 ? nullptr : list.list()->item(row);
 }
 
 void SettingsFixture::key(QWidget* widget, Qt::Key key, Qt::KeyboardModifiers modifiers) {
     QTest::keyClick(widget, key, modifiers);
-    QApplication::processEvents();
+    // A short wait runs what the key started, closed editors going included: a list opens no
+    // new editor while a closed one is still there.
+    QTest::qWait(10);
 }
 
 ProcessResult SettingsFixture::pxmenu(std::vector<std::string> args) {
