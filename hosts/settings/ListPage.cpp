@@ -61,6 +61,7 @@ ListPage::ListPage(ConfigStore& store, Prompts& prompts, ListSpec spec, QWidget*
     m_list->setAccessibleDescription(text("Settings List Help"));
     m_list->setToolTip(text("Settings List Help"));
     m_list->setIconSize({20, 20});
+    m_list->setUniformItemSizes(true);
     m_list->setDragDropMode(QAbstractItemView::InternalMove);
     m_list->setDefaultDropAction(Qt::MoveAction);
     m_list->setEditTriggers(QAbstractItemView::EditKeyPressed | QAbstractItemView::DoubleClicked);

@@ -27,7 +27,7 @@ struct PageSpec {
 };
 
 constexpr std::array<PageSpec, 5> kListPages{{
-    {{menukey::kRightMenu, "Settings Page Right Menu", Adding::None}, "open-menu"},
+    {{menukey::kRightMenu, "Settings Page Right Menu", Adding::None}, "system-file-manager"},
     {{menukey::kNewFile, "Settings Page New File", Adding::Template}, "document-new"},
     {{menukey::kCommonApp, "Settings Page Common App", Adding::Application}, "applications-other"},
     {{menukey::kCommonPath, "Settings Page Common Path", Adding::Folder}, "folder"},
@@ -69,6 +69,7 @@ SettingsWindow::SettingsWindow(ConfigStore& store, Prompts& prompts, QWidget* pa
     splitter->setStretchFactor(1, 3);
     splitter->setStretchFactor(2, 2);
     splitter->setChildrenCollapsible(false);
+    splitter->setSizes({200, 500, 320});
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(m_import);
     bottom->addWidget(m_export);

@@ -40,9 +40,10 @@ TEST_F(FolderIconAddingTest, AnAddedPictureIsOfferedAndGivenToTheFolder) {
     EXPECT_EQ(iconKeys().back(), key);
 
     const std::string folder = work.mkdir("f");
-    auto children = iconMenu({folder});
-    ASSERT_FALSE(children.empty());
-    EXPECT_EQ(children.back().title, "star");
+    const auto children = iconMenu({folder});
+    const MenuEntry* offered = find(children, key);
+    ASSERT_NE(offered, nullptr);
+    EXPECT_EQ(offered->title, "star");
     ASSERT_TRUE(chooseIcon({folder}, key));
     EXPECT_EQ(readFile(folder + "/.directory"), "[Desktop Entry]\nIcon=" + image + "\n");
 }
