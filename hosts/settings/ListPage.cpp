@@ -4,7 +4,6 @@
 #include "EntryAdding.h"
 #include "Prompts.h"
 #include "Texts.h"
-#include "config/ItemFields.h"
 #include "config/ListEntries.h"
 #include "config/MenuKeys.h"
 #include "platform/linux/GioApplications.h"
@@ -15,6 +14,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QShortcut>
+#include <QShowEvent>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -97,7 +97,20 @@ ListPage::ListPage(ConfigStore& store, Prompts& prompts, ListSpec spec, QWidget*
     addShortcut(this, QKeySequence(Qt::ALT | Qt::Key_Up), [this] { moveBy(-1); });
     addShortcut(this, QKeySequence(Qt::ALT | Qt::Key_Down), [this] { moveBy(1); });
     addShortcut(m_list, QKeySequence::Delete, [this] { removeCurrent(); });
-    reload();
+}
+
+// A page is filled when it is first shown, so the window paints without waiting for the pages
+// behind the first one.
+void ListPage::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (m_stale) reload();
+}
+
+void ListPage::reloadWhenShown() {
+    if (isVisible())
+        reload();
+    else
+        m_stale = true;
 }
 
 QPushButton* ListPage::makeButton(const char* key) {
@@ -108,6 +121,7 @@ QPushButton* ListPage::makeButton(const char* key) {
 }
 
 void ListPage::reload() {
+    m_stale = false;
     const int current = m_list->currentRow();
     m_filling = true;
     m_list->clear();

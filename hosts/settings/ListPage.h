@@ -31,6 +31,8 @@ class ListPage final : public QWidget {
 
     // Shows the list as it is stored now, keeping the selected row.
     void reload();
+    // Reloads now when the page is shown, else when it is next shown.
+    void reloadWhenShown();
     const ListSpec& spec() const { return m_spec; }
 
     QListWidget* list() const { return m_list; }
@@ -42,6 +44,9 @@ class ListPage final : public QWidget {
 
     // Called after every change this page saved.
     std::function<void()> changed;
+
+  protected:
+    void showEvent(QShowEvent* event) override;
 
   private:
     QPushButton* makeButton(const char* key);
@@ -66,6 +71,7 @@ class ListPage final : public QWidget {
     QPushButton* m_remove;
     QPushButton* m_restore;
     bool m_filling = false;
+    bool m_stale = true;
 };
 
 } // namespace px::settings

@@ -14,6 +14,7 @@
 #include <QPushButton>
 #include <QSplitter>
 #include <QStackedWidget>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <array>
 
@@ -82,7 +83,8 @@ SettingsWindow::SettingsWindow(ConfigStore& store, Prompts& prompts, QWidget* pa
     connect(m_import, &QPushButton::clicked, this, [this] { importConfiguration(); });
     connect(m_export, &QPushButton::clicked, this, [this] { exportConfiguration(); });
     m_pageList->setCurrentRow(0);
-    m_preview->refresh();
+    // The preview runs the menu builder; it is drawn right after the window's first paint.
+    QTimer::singleShot(0, m_preview, [this] { m_preview->refresh(); });
     resize(1060, 640);
 }
 
@@ -99,6 +101,10 @@ void SettingsWindow::showPage(int index) {
     m_pageList->setCurrentRow(index);
 }
 
+int SettingsWindow::indexOf(QWidget* page) const {
+    return m_pages->indexOf(page);
+}
+
 QWidget* SettingsWindow::page(int index) const {
     return m_pages->widget(index);
 }
@@ -111,7 +117,7 @@ ListPage* SettingsWindow::listPage(const char* menuKey) const {
 
 void SettingsWindow::reloadAll() {
     for (auto* page : m_lists)
-        page->reload();
+        page->reloadWhenShown();
     m_preferences->reload();
     m_preview->refresh();
 }

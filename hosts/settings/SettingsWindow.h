@@ -28,6 +28,7 @@ class SettingsWindow final : public QWidget {
 
     int pageCount() const;
     void showPage(int index);
+    int indexOf(QWidget* page) const;
     QWidget* page(int index) const;
     ListPage* listPage(const char* menuKey) const;
     PreferencesPage* preferencesPage() const { return m_preferences; }

@@ -29,7 +29,8 @@ QString text(std::string_view key, const QStringList& arguments) {
 
 void setUpIconTheme() {
     QStringList paths = QIcon::themeSearchPaths();
-    const QString dataHome = qEnvironmentVariable("XDG_DATA_HOME", QDir::homePath() + "/.local/share");
+    const QString dataHome =
+        qEnvironmentVariable("XDG_DATA_HOME", QDir::homePath() + "/.local/share");
     QStringList folders{dataHome, QDir::homePath()};
     const QString dataDirs = qEnvironmentVariable("XDG_DATA_DIRS", "/usr/local/share:/usr/share");
     folders += dataDirs.split(':', Qt::SkipEmptyParts);

@@ -1,5 +1,7 @@
 #include "platform/linux/TerminalServices.h"
 
+#include "config/PXMenuManager.h"
+#include "platform/fake/MemorySettings.h"
 #include "support_files/RecordingProgram.h"
 
 #include <algorithm>
@@ -91,6 +93,25 @@ TEST_F(TerminalServicesTest, MissingTerminalsAndUnknownServicesDoNothing) {
     EXPECT_FALSE(alone.performService("New Terminal at Folder", {folder}));
     usleep(200 * 1000);
     EXPECT_TRUE(runs(0).empty());
+}
+
+} // namespace
+
+namespace {
+
+TEST_F(TerminalServicesTest, TheTerminalPreferenceWinsAndTheChoicesAreTheInstalledEmulators) {
+    auto suite = std::make_shared<platform::MemorySettings>();
+    PXMenuManager::configure(suite, work.mkdir("data"));
+    install("konsole");
+    install("xterm");
+    ScopedEnv chosen("TERMINAL", "konsole");
+    EXPECT_EQ(TerminalServices::installedEmulators(), (Strings{"konsole", "xterm"}));
+
+    suite->setString("terminal", "xterm");
+    EXPECT_EQ(TerminalServices::defaultTerminal()->emulator, "xterm");
+    suite->setString("terminal", "not-installed");
+    EXPECT_EQ(TerminalServices::defaultTerminal()->emulator, "konsole") << "then $TERMINAL";
+    PXMenuManager::resetToDefaultLocations();
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 #include "SettingsFixture.h"
 
+#include "Texts.h"
 #include "config/ItemFields.h"
 #include "config/ListEntries.h"
-#include "Texts.h"
 #include "config/PXMenuManager.h"
 
 #include <QIcon>
@@ -57,6 +57,7 @@ settings::ListPage& SettingsFixture::page(const char* menuKey) {
     if (!window) openWindow();
     auto* found = window->listPage(menuKey);
     EXPECT_NE(found, nullptr) << menuKey;
+    window->showPage(window->indexOf(found));
     return *found;
 }
 

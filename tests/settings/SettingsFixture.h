@@ -29,6 +29,7 @@ class SettingsFixture : public ::testing::Test {
 
     // The window as the program makes it; a second call makes a new one.
     settings::SettingsWindow& openWindow();
+    // Shows the page of a list, as a person picks it in the page list.
     settings::ListPage& page(const char* menuKey);
     // Makes the entry with the key the current row of its page's list, which gets the focus.
     QListWidgetItem* select(settings::ListPage& list, const std::string& key);

@@ -2,8 +2,8 @@
 #include "PreferencesPage.h"
 #include "PreviewPanel.h"
 #include "SettingsFixture.h"
-#include "config/Localization.h"
 #include "config/ListEntries.h"
+#include "config/Localization.h"
 #include "config/MenuKeys.h"
 #include "config/PXDefaultData.h"
 
