@@ -15,9 +15,9 @@ build=${BUILD_DIR:-$root/build/release}
 runs=${1:-10}
 goal=250
 
-if [ ! -x "$build/hosts/settings/pxmenu-settings" ]; then
+if [ ! -x "$build/hosts/settings/pxmenu-settings" ] || [ ! -x "$build/hosts/cli/pxmenu" ]; then
     cmake --preset release -B "$build" >/dev/null
-    cmake --build "$build" -j "${JOBS:-2}" --target pxmenu-settings
+    cmake --build "$build" -j "${JOBS:-2}" --target pxmenu-settings pxmenu
 fi
 program="$build/hosts/settings/pxmenu-settings"
 
@@ -26,7 +26,7 @@ trap 'rm -rf "$scratch"' EXIT
 export HOME=$scratch XDG_CONFIG_HOME=$scratch/.config XDG_DATA_HOME=$scratch/.local/share
 export XDG_RUNTIME_DIR=$scratch/run
 mkdir -p "$XDG_RUNTIME_DIR" && chmod 700 "$XDG_RUNTIME_DIR"
-"$build/hosts/cli/pxmenu" setup 2>/dev/null || true
+"$build/hosts/cli/pxmenu" setup
 
 # One start: prints the program's own figure (main() to first paint) and the whole process
 # time (exec to exit), in milliseconds.
