@@ -8,8 +8,8 @@
 #include "SettingsWindow.h"
 #include "Texts.h"
 #include "config/MenuKeys.h"
-#include "config/PXMenuManager.h"
 #include "config/SettingsStartup.h"
+#include "platform/linux/UserStore.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -32,15 +32,13 @@ QApplication& application() {
 // A private home with the factory configuration, and the window's store over it.
 struct SettingsHome {
     px::fuzz::ScratchHome home;
-    px::settings::ConfigStore store{px::PXMenuManager::sharedInstance()};
+    px::settings::ConfigStore store{px::platform::openUserStore()};
     px::settings::DialogPrompts prompts;
 
     SettingsHome() {
         application();
-        px::PXMenuManager::resetToDefaultLocations();
-        (void)px::startup::prepareSettings();
+        (void)px::startup::prepareSettings(store.manager(), store.settingsFile());
     }
-    ~SettingsHome() { px::PXMenuManager::resetToDefaultLocations(); }
 };
 
 void BM_SettingsEditSave(benchmark::State& state) {

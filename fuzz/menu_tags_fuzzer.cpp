@@ -8,8 +8,8 @@
 #include "extension/FinderSync.h"
 #include "platform/Platform.h"
 #include "platform/fake/FakeUi.h"
-#include "platform/fake/MemorySettings.h"
-#include "support/PXURLCache.h"
+#include "platform/MemorySettings.h"
+#include "config/PXURLCache.h"
 #include "support/Queues.h"
 
 #include <cstddef>

@@ -4,8 +4,8 @@
 #include "ScratchHome.h"
 #include "config/PXDefaultData.h"
 #include "config/PXMenuManager.h"
-#include "config/PlistCodec.h"
-#include "platform/fake/MemorySettings.h"
+#include "plist/PlistCodec.h"
+#include "platform/MemorySettings.h"
 
 #include <cstddef>
 #include <cstdint>

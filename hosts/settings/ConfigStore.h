@@ -1,18 +1,19 @@
 #pragma once
 
 #include "config/PXMenuManager.h"
-#include "config/Value.h"
+#include "plist/Value.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
 
 namespace px::settings {
 
 // The window's one way to the menu store: every read and edit goes through the store instance
-// held here, each edit one locked whole-file write, so nothing another writer saved is lost.
+// it holds, each edit one locked whole-file write, so nothing another writer saved is lost.
 class ConfigStore {
   public:
-    explicit ConfigStore(PXMenuManager& store) : m_store(store) {}
+    explicit ConfigStore(std::shared_ptr<PXMenuManager> store) : m_store(std::move(store)) {}
 
     plist::Array list(const std::string& menuKey);
     void setEnabled(const std::string& menuKey, const std::string& key, bool enabled);
@@ -26,10 +27,14 @@ class ConfigStore {
     plist::Value preference(const std::string& key);
     void setPreference(const std::string& key, plist::Value value);
 
-    platform::Settings& suite() { return m_store.sharedDefaults(); }
+    platform::Settings& suite() { return m_store->sharedDefaults(); }
+    PXMenuManager& manager() { return *m_store; }
+    const std::shared_ptr<PXMenuManager>& shared() const { return m_store; }
+    // The file the suite is kept in; empty when it is not kept in a file.
+    std::string settingsFile() const;
 
   private:
-    PXMenuManager& m_store;
+    std::shared_ptr<PXMenuManager> m_store;
 };
 
 } // namespace px::settings

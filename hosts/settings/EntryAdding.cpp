@@ -20,18 +20,20 @@ std::string iconFileOf(const platform::DesktopApplication& application) {
     return icontheme::findIconFile(application.icons, kApplicationIconSize).value_or("");
 }
 
-std::optional<QString> addApplication(Prompts& prompts, QWidget* parent) {
+std::optional<QString> addApplication(const PXMenuManager& store, Prompts& prompts,
+                                      QWidget* parent) {
     auto application = prompts.chooseApplication(parent);
     if (!application) return std::nullopt;
-    if (!entries::addApplication(application->name, iconFileOf(*application)))
+    if (!entries::addApplication(store, application->name, iconFileOf(*application)))
         return text("Settings Already Listed Tip", {qt(application->name)});
     return std::nullopt;
 }
 
-std::optional<QString> addFolder(Prompts& prompts, QWidget* parent) {
+std::optional<QString> addFolder(const PXMenuManager& store, Prompts& prompts, QWidget* parent) {
     auto folder = prompts.chooseFolder(parent, text("Settings Add Folder"));
     if (!folder) return std::nullopt;
-    if (!entries::addFolder(*folder)) return text("Settings Already Listed Tip", {qt(*folder)});
+    if (!entries::addFolder(store, *folder))
+        return text("Settings Already Listed Tip", {qt(*folder)});
     return std::nullopt;
 }
 
@@ -47,20 +49,24 @@ std::optional<QString> addFile(Prompts& prompts, QWidget* parent, const char* ti
 
 } // namespace
 
-std::optional<QString> addEntry(Adding adding, Prompts& prompts, QWidget* parent) {
+std::optional<QString> addEntry(Adding adding, PXMenuManager& store, Prompts& prompts,
+                                QWidget* parent) {
     switch (adding) {
     case Adding::Application:
-        return addApplication(prompts, parent);
+        return addApplication(store, prompts, parent);
     case Adding::Folder:
-        return addFolder(prompts, parent);
+        return addFolder(store, prompts, parent);
     case Adding::Template:
-        return addFile(prompts, parent, "Settings Add Template", {}, "Settings Add Failed Tip",
-                       newfile::addFileTemplate);
+        return addFile(
+            prompts, parent, "Settings Add Template", {}, "Settings Add Failed Tip",
+            [&store](const std::string& path) { return newfile::addFileTemplate(store, path); });
     case Adding::FolderIcon:
         return addFile(prompts, parent, "Settings Add Folder Icon",
                        text("Settings Image Files") + " (*.png *.jpg *.jpeg *.svg *.gif *.bmp "
                                                       "*.tif *.tiff *.webp *.ico)",
-                       "Settings Add Failed Tip", foldericon::addFolderIcon);
+                       "Settings Add Failed Tip", [&store](const std::string& path) {
+                           return foldericon::addFolderIcon(store, path);
+                       });
     case Adding::None:
         break;
     }

@@ -200,7 +200,8 @@ void ListPage::removeCurrent() {
 }
 
 void ListPage::add() {
-    if (auto failure = addEntry(m_spec.adding, m_prompts, this)) m_prompts.inform(this, *failure);
+    if (auto failure = addEntry(m_spec.adding, m_store.manager(), m_prompts, this))
+        m_prompts.inform(this, *failure);
     saved();
     m_list->setCurrentRow(m_list->count() - 1); // an added entry comes last
 }

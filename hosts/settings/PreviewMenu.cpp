@@ -1,17 +1,21 @@
 #include "PreviewMenu.h"
 
-#include "extension/FinderSync.h"
-#include "platform/Platform.h"
-
-#include <memory>
+#include "extension/MenuBuilder.h"
+#include "platform/linux/UserStore.h"
 
 namespace px::settings {
 
-Menu previewMenu(int kind, const std::vector<std::string>& selection, const std::string& target) {
-    platform::current().controller =
-        std::make_shared<platform::StaticFinderSyncController>(selection, target);
-    FinderSync sync;
-    return sync.menuForMenuKind(static_cast<MenuKind>(kind));
+Menu previewMenu(const std::shared_ptr<PXMenuManager>& store, int kind,
+                 const std::vector<std::string>& selection, const std::string& target) {
+    Request::Options options;
+    options.selection = selection;
+    options.target = target;
+    options.kind = static_cast<MenuKind>(kind);
+    // The folder grants decide the common-path submenus, as they do in the file manager.
+    options.services.standardDefaults = platform::openStandardDefaults();
+    options.store = store;
+    Request request(std::move(options));
+    return buildMenu(request).entries;
 }
 
 } // namespace px::settings

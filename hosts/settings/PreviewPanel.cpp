@@ -1,5 +1,6 @@
 #include "PreviewPanel.h"
 
+#include "ConfigStore.h"
 #include "PreviewMenu.h"
 #include "Texts.h"
 
@@ -33,8 +34,8 @@ void addEntries(QTreeWidgetItem* parent, QTreeWidget* tree, const Menu& menu) {
 
 } // namespace
 
-PreviewPanel::PreviewPanel(QWidget* parent)
-    : QWidget(parent), m_situation(new QComboBox), m_tree(new QTreeWidget) {
+PreviewPanel::PreviewPanel(ConfigStore& store, QWidget* parent)
+    : QWidget(parent), m_store(store), m_situation(new QComboBox), m_tree(new QTreeWidget) {
     auto* label = new QLabel(text("Settings Preview For"));
     label->setBuddy(m_situation);
     m_situation->addItem(text("Settings Preview One File"), OneFile);
@@ -74,7 +75,7 @@ void PreviewPanel::refresh() {
     std::vector<std::string> selection;
     if (situation == OneFile) selection = {m_files.front()};
     if (situation == SeveralItems) selection = m_files;
-    Menu menu = previewMenu(situation == Background ? 1 : 0, selection, m_folder);
+    Menu menu = previewMenu(m_store.shared(), situation == Background ? 1 : 0, selection, m_folder);
     m_tree->clear();
     addEntries(nullptr, m_tree, menu);
 }

@@ -9,11 +9,13 @@ class QTreeWidget;
 
 namespace px::settings {
 
+class ConfigStore;
+
 // The menu as the file manager will show it, for a selected file, for several items or for a
 // folder's background, drawn by the real menu builder from sample items in a scratch folder.
 class PreviewPanel final : public QWidget {
   public:
-    explicit PreviewPanel(QWidget* parent = nullptr);
+    explicit PreviewPanel(ConfigStore& store, QWidget* parent = nullptr);
 
     // Builds the menu again from the stored lists.
     void refresh();
@@ -24,6 +26,7 @@ class PreviewPanel final : public QWidget {
   private:
     void makeSamples();
 
+    ConfigStore& m_store;
     QComboBox* m_situation;
     QTreeWidget* m_tree;
     std::string m_folder;

@@ -47,7 +47,7 @@ QPushButton* button(const char* key) {
 SettingsWindow::SettingsWindow(ConfigStore& store, Prompts& prompts, QWidget* parent)
     : QWidget(parent), m_store(store), m_prompts(prompts), m_pageList(new QListWidget),
       m_pages(new QStackedWidget), m_preferences(new PreferencesPage(store)),
-      m_preview(new PreviewPanel), m_import(button("Settings Import")),
+      m_preview(new PreviewPanel(store)), m_import(button("Settings Import")),
       m_export(button("Settings Export")) {
     setWindowTitle(text("Settings Window Title"));
     setWindowIcon(QIcon::fromTheme("preferences-system"));

@@ -10,14 +10,15 @@
 
 namespace px::settings {
 
-bool showStartupMessages(const startup::SettingsStart& start, Prompts& prompts, QWidget* window) {
+bool showStartupMessages(const startup::SettingsStart& start, const PXMenuManager& store,
+                         Prompts& prompts, QWidget* window) {
     if (start.damage)
         prompts.inform(window,
                        text("Settings Damaged Tip",
                             {qt(*start.damage),
                              qt(start.brokenCopy.empty() ? std::string("-") : start.brokenCopy)}));
     if (!start.seeded) return false;
-    auto missing = entries::missingFactoryApplications(platform::isApplicationInstalled);
+    auto missing = entries::missingFactoryApplications(store, platform::isApplicationInstalled);
     if (missing.empty()) return false;
     QStringList names;
     for (const auto& key : missing)
@@ -25,7 +26,7 @@ bool showStartupMessages(const startup::SettingsStart& start, Prompts& prompts, 
     if (!prompts.confirm(window, text("Settings Missing Applications Question",
                                       {names.join(QStringLiteral(", "))})))
         return false;
-    entries::switchOff(menukey::kCommonApp, missing);
+    entries::switchOff(store, menukey::kCommonApp, missing);
     return true;
 }
 

@@ -4,6 +4,10 @@
 
 class QWidget;
 
+namespace px {
+class PXMenuManager;
+}
+
 namespace px::settings {
 
 class Prompts;
@@ -12,6 +16,7 @@ class Prompts;
 // where it was kept) and, on the first start, which factory application entries name
 // applications that are not installed, offering to switch them off. True when anything was
 // changed, so the window reloads.
-bool showStartupMessages(const startup::SettingsStart& start, Prompts& prompts, QWidget* window);
+bool showStartupMessages(const startup::SettingsStart& start, const PXMenuManager& store,
+                         Prompts& prompts, QWidget* window);
 
 } // namespace px::settings

@@ -1,6 +1,6 @@
 #include "Texts.h"
 
-#include "config/Localization.h"
+#include "support/Localization.h"
 
 #include <QDir>
 #include <QStringList>

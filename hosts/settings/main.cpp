@@ -4,6 +4,7 @@
 #include "SettingsWindow.h"
 #include "StartupMessages.h"
 #include "Texts.h"
+#include "platform/linux/UserStore.h"
 #include "support/BuildConfig.h"
 
 #include <QApplication>
@@ -59,9 +60,8 @@ int main(int argc, char** argv) {
     options.addOption(firstPaint);
     options.process(app);
 
-    px::PXMenuManager& manager = px::PXMenuManager::sharedInstance();
-    const auto start = px::startup::prepareSettings();
-    px::settings::ConfigStore store(manager);
+    px::settings::ConfigStore store(px::platform::openUserStore());
+    const auto start = px::startup::prepareSettings(store.manager(), store.settingsFile());
     px::settings::DialogPrompts prompts;
     px::settings::SettingsWindow window(store, prompts);
     FirstPaintProbe probe(started);
@@ -69,7 +69,8 @@ int main(int argc, char** argv) {
         window.installEventFilter(&probe);
     else
         QTimer::singleShot(0, &window, [&] {
-            if (px::settings::showStartupMessages(start, prompts, &window)) window.reloadAll();
+            if (px::settings::showStartupMessages(start, store.manager(), prompts, &window))
+                window.reloadAll();
         });
     window.show();
     return QApplication::exec();

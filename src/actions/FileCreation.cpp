@@ -1,8 +1,8 @@
 #include "actions/FileCreation.h"
 
-#include "actions/FileHash.h"
-#include "actions/PathName.h"
+#include "support/FileHash.h"
 #include "support/FileIO.h"
+#include "support/PathName.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -1,18 +1,18 @@
 #include "actions/FolderIconAdding.h"
 
 #include "actions/NewFile.h"
-#include "actions/PXFile.h"
 #include "actions/PixbufImage.h"
 #include "config/MenuKeys.h"
 #include "config/PXMenuManager.h"
 #include "support/FileIO.h"
+#include "support/PXFile.h"
 
 #include <cerrno>
 
 namespace px::foldericon {
 
-ErrorOr<plist::Value> addFolderIcon(const std::string& imagePath) {
-    const std::string folder = PXMenuManager::folderIconFolder();
+ErrorOr<plist::Value> addFolderIcon(const PXMenuManager& store, const std::string& imagePath) {
+    const std::string folder = store.folderIconFolder();
     TRY(io::makeDirectories(folder));
     const std::string key = newfile::uuid();
     const std::string iconPath = folder + "/" + key + ".png";
@@ -22,7 +22,7 @@ ErrorOr<plist::Value> addFolderIcon(const std::string& imagePath) {
         plist::Value::makeDictionary({{"key", plist::Value(key)},
                                       {"iconPath", plist::Value(iconPath)},
                                       {"displayName", plist::Value(PXFile(imagePath).name())}});
-    PXMenuManager::addMenuKey(menukey::kFolderIcon, entry, false);
+    store.addMenuKey(menukey::kFolderIcon, entry, false);
     return entry;
 }
 

@@ -1,7 +1,7 @@
 #include "actions/ItemPlacement.h"
 
-#include "actions/PathName.h"
 #include "actions/TreeRemoval.h"
+#include "support/PathName.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -2,8 +2,8 @@
 
 #include "actions/FileCopier.h"
 #include "actions/ItemPlacement.h"
-#include "actions/PathName.h"
 #include "actions/TreeRemoval.h"
+#include "support/PathName.h"
 
 #include <cerrno>
 #include <climits>

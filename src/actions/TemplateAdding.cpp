@@ -2,10 +2,10 @@
 
 #include "actions/FileIcon.h"
 #include "actions/NewFile.h"
-#include "actions/PXFile.h"
 #include "config/MenuKeys.h"
 #include "config/PXMenuManager.h"
 #include "support/FileIO.h"
+#include "support/PXFile.h"
 
 #include <iostream>
 
@@ -36,16 +36,16 @@ std::string saveTemplateIcon(const PXFile& source, const std::string& templates,
 
 } // namespace
 
-ErrorOr<plist::Value> addFileTemplate(const std::string& sourcePath) {
+ErrorOr<plist::Value> addFileTemplate(const PXMenuManager& store, const std::string& sourcePath) {
     if (sourcePath.empty()) return Error{"no item to add as a template", EINVAL};
     const PXFile source(sourcePath);
     const std::string key = uuid();
-    const std::string templates = PXMenuManager::fileTemplateFolder();
+    const std::string templates = store.fileTemplateFolder();
     TRY(io::makeDirectories(templates));
     TRY(creation::copyItem(source.path, templates + "/" + key, creation::Existing::Keep));
     const std::string iconPath = saveTemplateIcon(source, templates, key);
     plist::Value entry = templateEntry(key, source, iconPath, templates + "/" + key);
-    PXMenuManager::addMenuKey(menukey::kNewFile, entry, false);
+    store.addMenuKey(menukey::kNewFile, entry, false);
     return entry;
 }
 

@@ -1,11 +1,10 @@
 // The compression job's start on the main queue: the default name and the save panel.
 #include "archive/PXCompress.h"
 
-#include "actions/FileHash.h"
-#include "actions/PXFile.h"
-#include "actions/PathName.h"
-#include "config/Localization.h"
-#include "platform/Platform.h"
+#include "support/FileHash.h"
+#include "support/Localization.h"
+#include "support/PXFile.h"
+#include "support/PathName.h"
 #include "support/Queues.h"
 
 namespace px {
@@ -40,9 +39,10 @@ std::string PXCompress::defaultArchiveName(const std::vector<std::string>& paths
     return localized("Archiver");
 }
 
-void PXCompress::compressPaths(const std::vector<std::string>& paths, ProgressHandler handler) {
+void PXCompress::compressPaths(platform::Ui& ui, const std::vector<std::string>& paths,
+                               ProgressHandler handler) {
     if (paths.empty()) return;
-    auto answer = platform::ui().runSavePanel(saveRequest(paths));
+    auto answer = ui.runSavePanel(saveRequest(paths));
     if (!answer || answer->path.empty()) return handler(0, kCancelled);
     savePath = withZipExtension(answer->path);
     std::optional<std::string> password;

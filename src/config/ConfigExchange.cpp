@@ -1,7 +1,7 @@
 #include "config/ConfigExchange.h"
 
 #include "config/MenuKeys.h"
-#include "config/PlistCodec.h"
+#include "plist/PlistCodec.h"
 
 #include <algorithm>
 #include <array>

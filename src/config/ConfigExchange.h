@@ -1,7 +1,7 @@
 #pragma once
 
-#include "config/Value.h"
 #include "platform/Settings.h"
+#include "plist/Value.h"
 #include "support/ErrorOr.h"
 
 #include <string>

@@ -1,9 +1,9 @@
 #include "config/ListEntries.h"
 
-#include "config/ItemFields.h"
 #include "config/MenuKeys.h"
 #include "config/PXDefaultData.h"
 #include "config/PXMenuManager.h"
+#include "plist/ItemFields.h"
 #include "support/StandardPath.h"
 
 #include <algorithm>
@@ -12,8 +12,9 @@ namespace px::entries {
 
 namespace {
 
-bool listHas(const std::string& menuKey, const std::string& key, bool comparePaths) {
-    plist::Value list = PXMenuManager::sharedDefaults().arrayForKey(menuKey);
+bool listHas(const PXMenuManager& store, const std::string& menuKey, const std::string& key,
+             bool comparePaths) {
+    plist::Value list = store.sharedDefaults().arrayForKey(menuKey);
     if (!list) return false;
     return std::any_of(list.array().begin(), list.array().end(), [&](const plist::Value& entry) {
         std::string stored = keyOf(entry);
@@ -52,21 +53,19 @@ bool canRemove(std::string_view menuKey, const plist::Value& entry) {
     return std::find(forever.begin(), forever.end(), key) == forever.end();
 }
 
-bool addApplication(const std::string& name, const std::string& icon) {
-    if (name.empty() || listHas(menukey::kCommonApp, name, false)) return false;
+bool addApplication(const PXMenuManager& store, const std::string& name, const std::string& icon) {
+    if (name.empty() || listHas(store, menukey::kCommonApp, name, false)) return false;
     plist::Dictionary entry{{"key", plist::Value(name)}};
     if (!icon.empty()) entry.emplace(icon.front() == '/' ? "iconPath" : "icon", plist::Value(icon));
-    PXMenuManager::addMenuKey(menukey::kCommonApp, plist::Value::makeDictionary(std::move(entry)),
-                              false);
+    store.addMenuKey(menukey::kCommonApp, plist::Value::makeDictionary(std::move(entry)), false);
     return true;
 }
 
-bool addFolder(const std::string& path) {
+bool addFolder(const PXMenuManager& store, const std::string& path) {
     const std::string standard = standardizePath(path);
-    if (path.empty() || listHas(menukey::kCommonPath, standard, true)) return false;
-    PXMenuManager::addMenuKey(menukey::kCommonPath,
-                              plist::Value::makeDictionary({{"path", plist::Value(standard)}}),
-                              false);
+    if (path.empty() || listHas(store, menukey::kCommonPath, standard, true)) return false;
+    store.addMenuKey(menukey::kCommonPath,
+                     plist::Value::makeDictionary({{"path", plist::Value(standard)}}), false);
     return true;
 }
 

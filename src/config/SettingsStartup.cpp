@@ -3,8 +3,7 @@
 #include "config/MenuKeys.h"
 #include "config/PXDefaultData.h"
 #include "config/PXMenuManager.h"
-#include "config/PlistCodec.h"
-#include "platform/linux/PlistFileSettings.h"
+#include "plist/PlistCodec.h"
 #include "support/FileIO.h"
 
 namespace px::startup {
@@ -30,15 +29,14 @@ std::string freeBrokenName(const std::string& path) {
 
 } // namespace
 
-SettingsStart prepareSettings() {
+SettingsStart prepareSettings(const PXMenuManager& store, const std::string& settingsFile) {
     SettingsStart start;
-    auto* file = dynamic_cast<platform::PlistFileSettings*>(&PXMenuManager::sharedDefaults());
-    if (file) {
-        start.damage = damageOf(file->path());
-        if (start.damage) start.brokenCopy = freeBrokenName(file->path());
+    if (!settingsFile.empty()) {
+        start.damage = damageOf(settingsFile);
+        if (start.damage) start.brokenCopy = freeBrokenName(settingsFile);
     }
-    start.seeded = !PXMenuManager::sharedDefaults().objectForKey(menukey::kRightMenu);
-    PXDefaultData::setup();
+    start.seeded = !store.sharedDefaults().objectForKey(menukey::kRightMenu);
+    PXDefaultData(store).setup();
     if (start.damage && !io::exists(start.brokenCopy)) start.brokenCopy.clear();
     return start;
 }

@@ -4,6 +4,10 @@
 #include <string>
 
 // What the settings application does with the stored configuration when it starts.
+namespace px {
+class PXMenuManager;
+}
+
 namespace px::startup {
 
 struct SettingsStart {
@@ -15,8 +19,9 @@ struct SettingsStart {
     std::string brokenCopy;
 };
 
-// Checks the shared settings file, then applies the factory menus or their upgrade when due
+// Checks the store's settings file (`settingsFile`, the file its suite is kept in; empty when
+// the suite is not a file), then applies the factory menus or their upgrade when due
 // (PXDefaultData::setup).
-SettingsStart prepareSettings();
+SettingsStart prepareSettings(const PXMenuManager& store, const std::string& settingsFile);
 
 } // namespace px::startup

@@ -1,8 +1,8 @@
 #include "media/ImageConversion.h"
 
-#include "actions/PathName.h"
 #include "media/AppIconExport.h"
 #include "media/ImageFile.h"
+#include "support/PathName.h"
 
 namespace px::media {
 namespace {

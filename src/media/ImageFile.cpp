@@ -1,7 +1,7 @@
 #include "media/ImageFile.h"
 
-#include "actions/PathName.h"
 #include "media/IcnsFile.h"
+#include "support/PathName.h"
 
 #include <cerrno>
 #include <cstdio>

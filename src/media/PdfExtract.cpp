@@ -1,8 +1,8 @@
-#include "actions/FileHash.h"
-#include "actions/PathName.h"
 #include "media/PageQueue.h"
 #include "media/PdfPageRender.h"
 #include "media/PdfTools.h"
+#include "support/FileHash.h"
+#include "support/PathName.h"
 
 #include <algorithm>
 #include <exception>

@@ -1,7 +1,7 @@
 #include "media/UniqueOutput.h"
 
-#include "actions/FileHash.h"
-#include "actions/PathName.h"
+#include "support/FileHash.h"
+#include "support/PathName.h"
 
 #include <cerrno>
 #include <cstdio>

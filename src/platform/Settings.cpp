@@ -1,8 +1,9 @@
 #include "platform/Settings.h"
 
-#include "config/ItemFields.h"
+#include "plist/ItemFields.h"
 
 #include <cstdlib>
+#include <limits>
 
 namespace px::platform {
 
@@ -40,7 +41,8 @@ plist::Value Settings::dictionaryForKey(std::string_view key) {
 std::int64_t Settings::increment(const std::string& key) {
     std::int64_t result = 0;
     modify(key, [&](const plist::Value& old) {
-        result = (old.isNumber() ? old.integer() : 0) + 1;
+        const std::int64_t value = old.isNumber() ? old.integer() : 0;
+        result = value < std::numeric_limits<std::int64_t>::max() ? value + 1 : value;
         return plist::Value(result);
     });
     return result;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "config/Value.h"
+#include "plist/Value.h"
 
 #include <cstdint>
 #include <functional>
@@ -41,7 +41,8 @@ class Settings {
     void setString(const std::string& key, std::string value) {
         setObject(key, plist::Value(std::move(value)));
     }
-    // Adds one to the integer under the key and answers the new value.
+    // Adds one to the integer under the key and answers the new value; the largest integer
+    // stays as it is.
     std::int64_t increment(const std::string& key);
 };
 

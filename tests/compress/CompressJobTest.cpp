@@ -1,7 +1,7 @@
 // The job's worker on its own: the reports it makes and what it leaves on disk.
 #include "../actions/PrivilegeDrop.h"
 #include "archive/PXCompress.h"
-#include "config/Localization.h"
+#include "support/Localization.h"
 #include "support_files/TestSupport.h"
 #include "support_files/ZipListing.h"
 
@@ -41,7 +41,7 @@ TEST_F(CompressJobTest, TheDefaultNameIsTheItemsNameOrArchiver) {
     EXPECT_EQ(PXCompress::defaultArchiveName({"/d/a", "/d/b"}), localized("Archiver"));
 }
 
-TEST_F(CompressJobTest, ReportsCountItemsAndTheLastWaitsForTheArchive) {
+TEST_F(CompressJobTest, EveryEntryWrittenIsOneStepAndTheLastWaitsForTheArchive) {
     const std::string a = work.write("a.txt", "a");
     work.write("F/sub/y", "y"); // F/sub has contents, so only F/sub/y is an entry
     const std::string archive = out / "r.zip";
@@ -50,16 +50,49 @@ TEST_F(CompressJobTest, ReportsCountItemsAndTheLastWaitsForTheArchive) {
         if (report.first == report.second && report.second > 0)
             completeAtLastReport = !zipEntryNames(archive).empty();
     });
-    EXPECT_EQ(reports, (Reports{{0, 0}, {1, 3}, {3, 3}}));
+    EXPECT_EQ(reports, (Reports{{0, 0}, {1, 2}, {2, 2}}));
     EXPECT_TRUE(completeAtLastReport);
 }
 
-TEST_F(CompressJobTest, AFileThatVanishesWhileWritingFailsTheJob) {
-    const std::string a = work.write("a.txt", "a"), b = work.write("b.txt", "b");
-    Reports reports = run({a, b}, out / "v.zip", [&](const Report& report) {
-        if (report == Report{1, 2}) std::filesystem::remove(b);
+// Folders with contents, at several levels, make no entries and no steps of their own.
+TEST_F(CompressJobTest, NestedFoldersWithContentsAdvanceOneStepPerEntry) {
+    work.write("F/a", "a");
+    work.write("F/sub/b", "b");
+    work.write("F/sub/deeper/c", "c");
+    work.write("F/other/d", "d");
+    work.mkdir("F/sub/empty");
+    Reports reports = run({work / "F"}, out / "n.zip");
+    EXPECT_EQ(reports, (Reports{{0, 0}, {1, 5}, {2, 5}, {3, 5}, {4, 5}, {5, 5}}));
+    EXPECT_EQ(zipEntryNames(out / "n.zip").size(), 5u);
+}
+
+// Entries far enough behind the first that the workers cannot have reached them while its
+// report is being made (they run a bounded number of entries ahead of the writer).
+class CompressJobBehindTest : public CompressJobTest {
+  protected:
+    void SetUp() override {
+        first = work.write("a.txt", "first");
+        for (int index = 0; index < 1500; ++index)
+            work.write("F/f" + std::to_string(index), "filler " + std::to_string(index));
+        last = work.write("z.txt", "last");
+    }
+    std::string first, last;
+};
+
+TEST_F(CompressJobBehindTest, AFileThatVanishesBeforeItsWorkerReadsItFailsTheJob) {
+    Reports reports = run({first, work / "F", last}, out / "v.zip", [&](const Report& report) {
+        if (report.first == 1) std::filesystem::remove(last);
     });
-    EXPECT_EQ(reports.back(), (Report{1, PXCompress::kFailed}));
+    EXPECT_EQ(reports.back().second, PXCompress::kFailed);
+    EXPECT_TRUE(treeOf(out.path()).empty());
+}
+
+TEST_F(CompressJobBehindTest, CancelWhileWorkersRunAheadStopsAndLeavesNothing) {
+    Reports reports = run({first, work / "F", last}, out / "c.zip", [&](const Report& report) {
+        if (report.first == 1) job->stopCompress();
+    });
+    EXPECT_EQ(reports.back(), (Report{1, PXCompress::kCancelled}));
+    EXPECT_EQ(reports.size(), 3u) << "no step after the cancel";
     EXPECT_TRUE(treeOf(out.path()).empty());
 }
 

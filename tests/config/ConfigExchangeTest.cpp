@@ -3,7 +3,7 @@
 #include "ConfigFixture.h"
 #include "config/MenuKeys.h"
 #include "config/PXDefaultData.h"
-#include "config/PlistCodec.h"
+#include "plist/PlistCodec.h"
 
 using namespace px;
 using px::plist::Value;
@@ -14,7 +14,7 @@ class ConfigExchangeTest : public test::ConfigFixture {
   protected:
     void SetUp() override {
         ConfigFixture::SetUp();
-        PXDefaultData::setup();
+        PXDefaultData(*store).setup();
         suite->setBool("pref check0", true);
         suite->setString("second terminal", "xterm");
         suite->setInteger("use count", 7);
@@ -33,8 +33,8 @@ TEST_F(ConfigExchangeTest, AnExportedConfigurationImportsBackOverLaterChanges) {
     const Value saved = configuration();
     EXPECT_FALSE(saved.get("use count")) << "run-time counters are not configuration";
 
-    PXMenuManager::changePositionMenuKey(menukey::kRightMenu, 0, 5);
-    PXMenuManager::addMenuKey(menukey::kCommonPath, dict({{"path", Value("/srv")}}), false);
+    store->changePositionMenuKey(menukey::kRightMenu, 0, 5);
+    store->addMenuKey(menukey::kCommonPath, dict({{"path", Value("/srv")}}), false);
     suite->setBool("pref check0", false);
     ASSERT_FALSE(exchange::importConfiguration(*suite, path).isError());
 

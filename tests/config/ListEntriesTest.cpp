@@ -1,12 +1,12 @@
 #include "config/ListEntries.h"
 
 #include "ConfigFixture.h"
-#include "config/ItemFields.h"
 #include "config/MenuKeys.h"
 #include "config/MissingApplications.h"
 #include "config/PXDefaultData.h"
 #include "config/SettingsStartup.h"
 #include "platform/linux/PlistFileSettings.h"
+#include "plist/ItemFields.h"
 
 using namespace px;
 using px::plist::Value;
@@ -18,7 +18,7 @@ class ListEntriesTest : public test::ConfigFixture {
   protected:
     void SetUp() override {
         ConfigFixture::SetUp();
-        PXDefaultData::setup();
+        PXDefaultData(*store).setup();
     }
 };
 
@@ -41,11 +41,11 @@ TEST_F(ListEntriesTest, PermanentEntriesAndTheWindowTemplateCannotBeRemoved) {
 
 TEST_F(ListEntriesTest, AddedFoldersAndApplicationsAreListedOnce) {
     test::ScopedEnv home("HOME", folder.path());
-    EXPECT_TRUE(entries::addFolder("~/Music/../Documents/"));
-    EXPECT_FALSE(entries::addFolder(folder / "Documents"));
-    EXPECT_TRUE(entries::addApplication("Text Editor", "/usr/share/icons/editor.png"));
-    EXPECT_TRUE(entries::addApplication("Calculator", "accessories-calculator"));
-    EXPECT_FALSE(entries::addApplication("WeChat", ""));
+    EXPECT_TRUE(entries::addFolder(*store, "~/Music/../Documents/"));
+    EXPECT_FALSE(entries::addFolder(*store, folder / "Documents"));
+    EXPECT_TRUE(entries::addApplication(*store, "Text Editor", "/usr/share/icons/editor.png"));
+    EXPECT_TRUE(entries::addApplication(*store, "Calculator", "accessories-calculator"));
+    EXPECT_FALSE(entries::addApplication(*store, "WeChat", ""));
 
     Value paths = stored(menukey::kCommonPath);
     ASSERT_EQ(paths.array().size(), 1u);
@@ -61,13 +61,13 @@ TEST_F(ListEntriesTest, AddedFoldersAndApplicationsAreListedOnce) {
 }
 
 TEST_F(ListEntriesTest, OnlyEnabledFactoryApplicationsThatAreMissingAreOffered) {
-    ASSERT_TRUE(entries::addApplication("My Own Tool", ""));
+    ASSERT_TRUE(entries::addApplication(*store, "My Own Tool", ""));
     auto installed = [](const std::string& name) { return name == "Sublime Text"; };
-    auto missing = entries::missingFactoryApplications(installed);
+    auto missing = entries::missingFactoryApplications(*store, installed);
     EXPECT_EQ(missing, (Keys{"WeChat", "Visual Studio Code", "Android Studio", "IntelliJ IDEA",
                              "WebStorm"}));
-    entries::switchOff(menukey::kCommonApp, missing);
-    EXPECT_TRUE(entries::missingFactoryApplications(installed).empty());
+    entries::switchOff(*store, menukey::kCommonApp, missing);
+    EXPECT_TRUE(entries::missingFactoryApplications(*store, installed).empty());
     auto apps = stored(menukey::kCommonApp).array();
     EXPECT_FALSE(fields::flag(apps[2], "disabled")) << "Sublime Text is installed";
     EXPECT_FALSE(fields::flag(apps.back(), "disabled")) << "the person's own entry stays";
@@ -77,19 +77,18 @@ TEST(SettingsStartupTest, ADamagedFileIsReportedKeptAsideAndReplacedByTheFactory
     test::TempDir folder;
     const std::string path = folder / "group.plist";
     folder.write("group.plist", "<?xml version=\"1.0\"?><plist><dict><key>array");
-    PXMenuManager::configure(std::make_shared<platform::PlistFileSettings>(path), folder.path());
+    PXMenuManager store(std::make_shared<platform::PlistFileSettings>(path), folder.path());
 
-    auto start = startup::prepareSettings();
+    auto start = startup::prepareSettings(store, path);
     ASSERT_TRUE(start.damage.has_value());
     EXPECT_EQ(start.brokenCopy, path + ".broken");
     EXPECT_EQ(test::readFile(path + ".broken"), "<?xml version=\"1.0\"?><plist><dict><key>array");
     EXPECT_TRUE(start.seeded);
-    EXPECT_EQ(PXMenuManager::menuItemArray().size(), 16u) << "the enabled factory entries";
+    EXPECT_EQ(store.menuItemArray().size(), 16u) << "the enabled factory entries";
 
-    auto again = startup::prepareSettings();
+    auto again = startup::prepareSettings(store, path);
     EXPECT_FALSE(again.damage.has_value());
     EXPECT_FALSE(again.seeded);
-    PXMenuManager::resetToDefaultLocations();
 }
 
 } // namespace

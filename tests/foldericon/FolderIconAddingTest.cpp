@@ -30,11 +30,11 @@ std::pair<int, int> sizeOf(const std::string& image) {
 // gets when it is chosen.
 TEST_F(FolderIconAddingTest, AnAddedPictureIsOfferedAndGivenToTheFolder) {
     const std::string source = *dataDirectory() + "/icons/star.svg";
-    auto added = foldericon::addFolderIcon(source);
+    auto added = foldericon::addFolderIcon(*store, source);
     if (added.isError()) GTEST_SKIP() << "no SVG loader: " << added.error().message;
     const std::string key = added.value().get("key").string();
     const std::string image = added.value().get("iconPath").string();
-    EXPECT_EQ(image, PXMenuManager::folderIconFolder() + "/" + key + ".png");
+    EXPECT_EQ(image, store->folderIconFolder() + "/" + key + ".png");
     EXPECT_EQ(sizeOf(image),
               std::make_pair(foldericon::kAddedIconSize, foldericon::kAddedIconSize));
     EXPECT_EQ(iconKeys().back(), key);
@@ -53,9 +53,9 @@ TEST_F(FolderIconAddingTest, WhatIsNotAnImageAddsNothing) {
     for (const std::string& source : {work.write("notes.png", "not a picture"),
                                       work.path() + "/missing.png", work.mkdir("folder.png")}) {
         SCOPED_TRACE(source);
-        EXPECT_TRUE(foldericon::addFolderIcon(source).isError());
+        EXPECT_TRUE(foldericon::addFolderIcon(*store, source).isError());
         EXPECT_EQ(iconKeys(), before);
-        EXPECT_TRUE(listing(PXMenuManager::folderIconFolder()).empty());
+        EXPECT_TRUE(listing(store->folderIconFolder()).empty());
     }
 }
 

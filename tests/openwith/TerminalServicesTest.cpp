@@ -1,7 +1,6 @@
 #include "platform/linux/TerminalServices.h"
 
-#include "config/PXMenuManager.h"
-#include "platform/fake/MemorySettings.h"
+#include "platform/MemorySettings.h"
 #include "support_files/RecordingProgram.h"
 
 #include <algorithm>
@@ -101,17 +100,16 @@ namespace {
 
 TEST_F(TerminalServicesTest, TheTerminalPreferenceWinsAndTheChoicesAreTheInstalledEmulators) {
     auto suite = std::make_shared<platform::MemorySettings>();
-    PXMenuManager::configure(suite, work.mkdir("data"));
+    TerminalServices services(nullptr, TerminalServices::preferenceIn(suite, "terminal"));
     install("konsole");
     install("xterm");
     ScopedEnv chosen("TERMINAL", "konsole");
     EXPECT_EQ(TerminalServices::installedEmulators(), (Strings{"konsole", "xterm"}));
 
     suite->setString("terminal", "xterm");
-    EXPECT_EQ(TerminalServices::defaultTerminal()->emulator, "xterm");
+    EXPECT_EQ(services.defaultTerminal()->emulator, "xterm");
     suite->setString("terminal", "not-installed");
-    EXPECT_EQ(TerminalServices::defaultTerminal()->emulator, "konsole") << "then $TERMINAL";
-    PXMenuManager::resetToDefaultLocations();
+    EXPECT_EQ(services.defaultTerminal()->emulator, "konsole") << "then $TERMINAL";
 }
 
 } // namespace

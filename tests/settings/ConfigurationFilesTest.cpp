@@ -1,7 +1,7 @@
 #include "SettingsFixture.h"
 #include "StartupMessages.h"
-#include "config/ItemFields.h"
 #include "config/MenuKeys.h"
+#include "plist/ItemFields.h"
 
 #include <QPushButton>
 #include <filesystem>
@@ -101,7 +101,7 @@ TEST_F(ConfigurationFilesTest, ABrokenSettingsFileIsReportedKeptAndTheFactoryMen
     openWindow();
     ASSERT_TRUE(start.damage.has_value());
     prompts.answers.push_back(false); // the offer about applications that are not installed
-    settings::showStartupMessages(start, prompts, window.get());
+    settings::showStartupMessages(start, store->manager(), prompts, window.get());
     ASSERT_GE(prompts.messages.size(), 1);
     EXPECT_TRUE(prompts.messages[0].contains(QString::fromStdString(path + ".broken")))
         << prompts.messages[0].toStdString();
@@ -116,7 +116,7 @@ TEST_F(ConfigurationFilesTest, TheFirstStartOffersToSwitchOffApplicationsThatAre
     openWindow();
     ASSERT_TRUE(start.seeded);
     prompts.answers.push_back(true);
-    EXPECT_TRUE(settings::showStartupMessages(start, prompts, window.get()));
+    EXPECT_TRUE(settings::showStartupMessages(start, store->manager(), prompts, window.get()));
     ASSERT_EQ(prompts.questions.size(), 1);
     EXPECT_TRUE(prompts.questions[0].contains("WebStorm"));
     window->reloadAll();
@@ -127,7 +127,7 @@ TEST_F(ConfigurationFilesTest, TheFirstStartOffersToSwitchOffApplicationsThatAre
 
     // Later starts ask nothing.
     openWindow();
-    EXPECT_FALSE(settings::showStartupMessages(start, prompts, window.get()));
+    EXPECT_FALSE(settings::showStartupMessages(start, store->manager(), prompts, window.get()));
     EXPECT_EQ(prompts.questions.size(), 1);
 }
 

@@ -1,9 +1,9 @@
 #include "PreviewPanel.h"
 #include "SettingsFixture.h"
-#include "config/ItemFields.h"
-#include "config/Localization.h"
 #include "config/MenuKeys.h"
 #include "config/PXDefaultData.h"
+#include "plist/ItemFields.h"
+#include "support/Localization.h"
 
 #include <QLineEdit>
 #include <QPushButton>

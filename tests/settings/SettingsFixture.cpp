@@ -1,9 +1,9 @@
 #include "SettingsFixture.h"
 
 #include "Texts.h"
-#include "config/ItemFields.h"
 #include "config/ListEntries.h"
-#include "config/PXMenuManager.h"
+#include "platform/linux/UserStore.h"
+#include "plist/ItemFields.h"
 
 #include <QIcon>
 
@@ -34,18 +34,17 @@ QApplication& qtApplication() {
 
 void SettingsFixture::SetUp() {
     qtApplication();
-    PXMenuManager::resetToDefaultLocations();
-    store = std::make_unique<settings::ConfigStore>(PXMenuManager::sharedInstance());
+    store = std::make_unique<settings::ConfigStore>(platform::openUserStore());
 }
 
 void SettingsFixture::TearDown() {
     window.reset();
-    PXMenuManager::resetToDefaultLocations();
+    store.reset();
 }
 
 settings::SettingsWindow& SettingsFixture::openWindow() {
     window.reset();
-    start = startup::prepareSettings();
+    start = startup::prepareSettings(store->manager(), store->settingsFile());
     window = std::make_unique<settings::SettingsWindow>(*store, prompts);
     window->show();
     window->activateWindow();

@@ -4,8 +4,8 @@
 #include "ListPage.h"
 #include "ScriptedPrompts.h"
 #include "SettingsWindow.h"
-#include "config/PlistCodec.h"
 #include "config/SettingsStartup.h"
+#include "plist/PlistCodec.h"
 #include "support_files/TestSupport.h"
 
 #include <QApplication>

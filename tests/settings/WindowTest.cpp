@@ -3,9 +3,9 @@
 #include "PreviewPanel.h"
 #include "SettingsFixture.h"
 #include "config/ListEntries.h"
-#include "config/Localization.h"
 #include "config/MenuKeys.h"
 #include "config/PXDefaultData.h"
+#include "support/Localization.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -144,9 +144,9 @@ TEST_F(WindowTest, ScreenshotsOfEveryPage) {
         ScopedEnv locale("LC_ALL", std::string(language) + ".UTF-8"), chosen("LANGUAGE", language);
         resetLocalizationForTesting();
         openWindow();
-        PXDefaultData::recoverFolderIcon();
-        entries::addFolder(xdg.home());
-        entries::addFolder("/usr/share");
+        PXDefaultData(store->manager()).recoverFolderIcon();
+        entries::addFolder(store->manager(), xdg.home());
+        entries::addFolder(store->manager(), "/usr/share");
         window->reloadAll();
         window->listPage(menukey::kRightMenu)->list()->setCurrentRow(5);
         for (int page = 0; page < window->pageCount(); ++page) {

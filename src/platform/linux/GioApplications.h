@@ -19,6 +19,7 @@ class GioApplications final : public Applications {
   public:
     bool openWithApplication(const std::string& appName,
                              const std::vector<std::string>& paths) override;
+    bool launchDesktopEntry(const std::string& desktopId) override;
 };
 
 // True when `appName` finds an installed application the way openWithApplication finds it.

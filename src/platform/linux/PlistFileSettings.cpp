@@ -1,6 +1,6 @@
 #include "platform/linux/PlistFileSettings.h"
 
-#include "config/PlistCodec.h"
+#include "plist/PlistCodec.h"
 #include "support/FileIO.h"
 #include "support/ReadScope.h"
 

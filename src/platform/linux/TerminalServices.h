@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/Services.h"
+#include "platform/Settings.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -18,11 +20,14 @@ namespace px::platform {
 // folder otherwise.
 class TerminalServices final : public Services {
   public:
-    // The preference naming the second terminal; by default read from the shared suite.
+    // A preference naming a terminal (a program name or path).
     using Preference = std::function<std::optional<std::string>()>;
 
-    TerminalServices();
-    explicit TerminalServices(Preference secondTerminal);
+    // `secondTerminal` names the second terminal, `terminal` the default one.
+    explicit TerminalServices(Preference secondTerminal, Preference terminal = nullptr);
+    // Reads a terminal preference from the suite: "second terminal", or "terminal".
+    static Preference preferenceIn(std::shared_ptr<Settings> suite,
+                                   std::string key = "second terminal");
 
     bool performService(const std::string& name, const std::vector<std::string>& paths) override;
 
@@ -31,7 +36,7 @@ class TerminalServices final : public Services {
         std::string emulator; // its row in the terminal table; empty for an unknown program
     };
     // Looked up afresh on every call (PATH and $TERMINAL may change).
-    static std::optional<Terminal> defaultTerminal();
+    std::optional<Terminal> defaultTerminal() const;
     std::optional<Terminal> secondTerminal() const;
     // The known emulators found in PATH, in the table's order: the choices for both terminals.
     static std::vector<std::string> installedEmulators();
@@ -41,6 +46,7 @@ class TerminalServices final : public Services {
 
   private:
     Preference m_secondTerminal;
+    Preference m_terminal;
 };
 
 } // namespace px::platform
