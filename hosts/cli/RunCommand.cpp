@@ -67,8 +67,10 @@ void addRunCommand(CLI::App& app, Outcome& outcome) {
         platform::Platform services = desktopServices();
         const bool inTerminal = useUi(services, ui);
         Request::Options options = request.toRequest(std::move(services));
+        const auto& suite = options.store->sharedSuite();
         options.services.services = std::make_shared<platform::TerminalServices>(
-            platform::TerminalServices::preferenceIn(options.store->sharedSuite()));
+            platform::TerminalServices::preferenceIn(suite),
+            platform::TerminalServices::preferenceIn(suite, "terminal"));
         options.offersReview = !inTerminal;
         Request forRun(std::move(options));
         switch (runRequest(forRun, tag)) {

@@ -2,16 +2,12 @@
 // entry that turns a selected file into a new template.
 #include "actions/Alerts.h"
 #include "actions/Commands.h"
-#include "actions/FileIcon.h"
 #include "actions/NewFile.h"
 #include "actions/PXSelectFileTypeViewCtl.h"
 #include "actions/ProgressModel.h"
-#include "config/MenuKeys.h"
-#include "config/PXMenuManager.h"
+#include "actions/TemplateAdding.h"
 #include "support/FileHash.h"
-#include "support/FileIO.h"
 #include "support/Localization.h"
-#include "support/PXFile.h"
 
 #include <iostream>
 #include <memory>
@@ -60,52 +56,15 @@ void newFileFromWindow(ActionContext& cx, const std::string& folder) {
     makeFromPanel(cx, answer->path, *chosenExtension, chooser.currentItem.get());
 }
 
-// The template entry for a copied file, with "iconPath" only when an icon was saved.
-plist::Value templateEntry(const std::string& key, const PXFile& source,
-                           const std::string& iconPath, const std::string& templatePath) {
-    plist::Dictionary entry{{"key", plist::Value(key)},
-                            {"ext", plist::Value(source.ext())},
-                            {"displayName", plist::Value(source.name())},
-                            {"templatePath", plist::Value(templatePath)}};
-    if (!iconPath.empty()) entry.emplace("iconPath", plist::Value(iconPath));
-    return plist::Value::makeDictionary(std::move(entry));
-}
-
-void failed(ActionContext& cx, const Error& error) {
-    std::cerr << "pxmenu: " << error.message << '\n';
-    alert::alertWithMsg(cx.ui(), localized("Error Common Tip"));
-}
-
-// Copies the item into the template folder as <key>; false (after the alert) on failure.
-bool copyIntoTemplates(ActionContext& cx, const PXFile& source, const std::string& templates,
-                       const std::string& key) {
-    auto made = io::makeDirectories(templates);
-    if (made) made = creation::copyItem(source.path, templates + "/" + key, Existing::Keep);
-    if (made) return true;
-    failed(cx, made.error());
-    return false;
-}
-
-// The icon beside the template as <key>.png; empty when no icon could be drawn.
-std::string saveTemplateIcon(const PXFile& source, const std::string& templates,
-                             const std::string& key) {
-    std::string iconPath = templates + "/" + key + ".png";
-    if (fileicon::saveIconPNG(source.path, iconPath, newfile::kTemplateIconSize)) return iconPath;
-    std::cerr << "pxmenu: no icon could be drawn for " << source.path
-              << "; the template has none\n";
-    return {};
-}
-
 // The first selected item becomes a new entry of the template list.
 void addToFileTemplate(ActionContext& cx) {
     if (cx.selection().empty()) return;
-    const PXFile source(cx.selection().front());
-    const std::string key = newfile::uuid();
-    const std::string templates = cx.store().fileTemplateFolder();
-    if (!copyIntoTemplates(cx, source, templates, key)) return;
-    const std::string iconPath = saveTemplateIcon(source, templates, key);
-    cx.store().addMenuKey(menukey::kNewFile,
-                          templateEntry(key, source, iconPath, templates + "/" + key), false);
+    if (auto added = newfile::addFileTemplate(cx.store(), cx.selection().front());
+        added.isError()) {
+        std::cerr << "pxmenu: " << added.error().message << '\n';
+        alert::alertWithMsg(cx.ui(), localized("Error Common Tip"));
+        return;
+    }
     cx.progress().showSuccess(localized("Success Common Tip"), [&cx] { cx.clean(); });
 }
 

@@ -128,6 +128,10 @@ std::vector<std::string> desktopIdCandidates(std::string_view appName) {
     return ids;
 }
 
+bool isApplicationInstalled(const std::string& appName) {
+    return !appName.empty() && findApplication(appName) != nullptr;
+}
+
 bool GioApplications::openWithApplication(const std::string& appName,
                                           const std::vector<std::string>& paths) {
     AppPtr app = findApplication(appName);

@@ -22,6 +22,9 @@ class GioApplications final : public Applications {
     bool launchDesktopEntry(const std::string& desktopId) override;
 };
 
+// True when `appName` finds an installed application the way openWithApplication finds it.
+bool isApplicationInstalled(const std::string& appName);
+
 // The desktop-file ids tried for an application name, in order and without repeats:
 // "<name>.desktop", then lower-cased, then lower-cased without blanks, then with blanks as
 // dashes ("Visual Studio Code" gives "visualstudiocode.desktop", "visual-studio-code.desktop").
