@@ -16,7 +16,7 @@ function(_px_layer_of path out)
 endfunction()
 
 function(px_check_layers source_dir)
-    file(GLOB_RECURSE files RELATIVE ${source_dir} CONFIGURE_DEPENDS
+    file(GLOB_RECURSE files RELATIVE ${source_dir}
         ${source_dir}/*.h ${source_dir}/*.cpp)
     set(problems)
     foreach(file IN LISTS files)
