@@ -95,33 +95,9 @@ bool isProtectedFromRemoval(const std::string& path) {
            isSystemFolder(std::string(trimmedPath));
 }
 
-bool namesPlaceInside(const std::string& name) {
-    if (!isValid(name)) return false;
-    std::istringstream parts(name);
-    for (std::string part; std::getline(parts, part, '/');)
-        if (part == "." || part == "..") return false;
-    return name.find_first_not_of('/') != std::string::npos;
-}
-
 struct ChecksumDeleter {
     void operator()(GChecksum* checksum) const { g_checksum_free(checksum); }
 };
-
-std::optional<std::string> md5OfRegularFile(const std::string& path) {
-    struct stat info {};
-    if (::stat(path.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return std::nullopt;
-    io::FileDescriptor fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    if (!fd.valid()) return std::nullopt;
-    std::unique_ptr<GChecksum, ChecksumDeleter> checksum(g_checksum_new(G_CHECKSUM_MD5));
-    std::vector<guchar> buffer(1 << 16);
-    for (;;) {
-        ssize_t got = ::read(fd.get(), buffer.data(), buffer.size());
-        if (got < 0 && errno == EINTR) continue;
-        if (got < 0) return std::nullopt;
-        if (got == 0) return std::string(g_checksum_get_string(checksum.get()));
-        g_checksum_update(checksum.get(), buffer.data(), got);
-    }
-}
 
 } // namespace
 
@@ -138,19 +114,6 @@ bool isValid(const char* text) {
 bool isFolder(const std::string& path) {
     struct stat info {};
     return ::lstat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
-}
-
-bool isPackage(const std::string& path) {
-    return !path::pathExtension(path).empty() && isFolder(path);
-}
-
-bool isImage(const std::string& path) {
-    auto type = gio::contentTypeOfPath(path);
-    return type && gio::isImageContentType(*type);
-}
-
-bool isDesktop(const std::string& path) {
-    return path == xdg::userDirectory("DESKTOP");
 }
 
 std::vector<std::string> systemFolders() {
@@ -194,22 +157,6 @@ bool createDir(const std::string& path) {
     return io::makeDirectories(path) && isFolder(path);
 }
 
-std::string toTempFolderPath(const std::string& name, bool clean) {
-    if (!namesPlaceInside(name)) return {};
-    std::string folder = xdg::applicationSupport() + "/" + name;
-    if (io::exists(folder)) {
-        if (!clean) return folder;
-        if (!remove(folder)) return {};
-    }
-    return io::makeDirectories(folder) && isStatDirectory(folder) ? folder : std::string{};
-}
-
-void removeAllTempFolder() {
-    std::string support = xdg::applicationSupport();
-    for (const std::string& name : folderEntries(support))
-        if (name.front() == '.') remove(support + "/" + name);
-}
-
 std::string trimWhiteSpace(std::string_view text) {
     return std::string(trimmed(text, isWhiteSpace));
 }
@@ -223,11 +170,6 @@ std::string uniquePath(const std::string& path) {
         std::string candidate = fmt::format("{}-{}{}", base, n, suffix);
         if (!io::exists(candidate)) return candidate;
     }
-}
-
-std::string fileMD5(const std::string& path) {
-    if (auto digest = md5OfRegularFile(path)) return *digest;
-    return path::deletingPathExtension(path::lastPathComponent(path));
 }
 
 std::vector<std::string> folderEntries(const std::string& path) {

@@ -15,12 +15,6 @@ bool isValid(const char* text);
 
 // A folder, not a symbolic link to one.
 bool isFolder(const std::string& path);
-// A folder whose name has an extension ("Photos.bundle").
-bool isPackage(const std::string& path);
-// The item's content type is an image type; false when the item cannot be looked up.
-bool isImage(const std::string& path);
-// The user's desktop folder, compared as strings.
-bool isDesktop(const std::string& path);
 // One of the protected folders, compared as strings ("/home/u/Desktop/" does not match).
 bool isSystemFolder(const std::string& path);
 // The protected folders in their order: "/home", "/", the home folder, its desktop,
@@ -41,23 +35,12 @@ bool remove(const std::string& path);
 // Replaces whatever is at the path with a new empty folder, creating missing parents.
 bool createDir(const std::string& path);
 
-// The scratch folder `name` inside the application-support folder. An existing one is kept
-// when `clean` is false and replaced by an empty one when true; a missing one is created.
-// Empty when the folder cannot be made or the name would leave the support folder.
-std::string toTempFolderPath(const std::string& name, bool clean = true);
-// Removes every entry of the application-support folder whose name begins with ".".
-void removeAllTempFolder();
-
 // The text without the white space (not line breaks) at its ends.
 std::string trimWhiteSpace(std::string_view text);
 
 // The path itself when nothing is there; else the first free "<base>-<n><.ext>" for n = 1,
 // 2, ... ("report.PDF" gives "report-1.PDF", "Makefile" gives "Makefile-1").
 std::string uniquePath(const std::string& path);
-
-// The lower-case hexadecimal MD5 digest of a regular file's contents; for anything else
-// (a folder, an unreadable file, nothing at all) the last component without its extension.
-std::string fileMD5(const std::string& path);
 
 // The names in a folder, in the file system's order, without "." and ".."; empty when the
 // folder cannot be read.
