@@ -48,16 +48,16 @@ void addShortcut(QWidget* owner, const QKeySequence& keys, const std::function<v
 
 } // namespace
 
-ListPage::ListPage(ConfigStore& store, Prompts& prompts, ListSpec spec, QWidget* parent)
-    : QWidget(parent), m_store(store), m_prompts(prompts), m_spec(spec), m_list(new QListWidget),
+ListPage::ListPage(ConfigStore& store, Prompts& prompts, ListKind kind, QWidget* parent)
+    : QWidget(parent), m_store(store), m_prompts(prompts), m_kind(kind), m_list(new QListWidget),
       m_up(makeButton("Settings Move Up")), m_down(makeButton("Settings Move Down")),
       m_remove(makeButton("Settings Remove")), m_restore(makeButton("Settings Restore Factory")) {
-    auto* heading = new QLabel(text(spec.titleKey));
+    auto* heading = new QLabel(text(kind.titleKey));
     heading->setBuddy(m_list);
     QFont font = heading->font();
     font.setBold(true);
     heading->setFont(font);
-    m_list->setAccessibleName(text(spec.titleKey));
+    m_list->setAccessibleName(text(kind.titleKey));
     m_list->setAccessibleDescription(text("Settings List Help"));
     m_list->setToolTip(text("Settings List Help"));
     m_list->setIconSize({20, 20});
@@ -69,7 +69,7 @@ ListPage::ListPage(ConfigStore& store, Prompts& prompts, ListSpec spec, QWidget*
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(m_up);
     buttons->addWidget(m_down);
-    if (const char* key = addingKey(spec.adding)) {
+    if (const char* key = addingKey(kind.adding)) {
         m_add = makeButton(key);
         buttons->addWidget(m_add);
         connect(m_add, &QPushButton::clicked, this, [this] { add(); });
@@ -125,10 +125,10 @@ void ListPage::reload() {
     const int current = m_list->currentRow();
     m_filling = true;
     m_list->clear();
-    const plist::Array entries = m_store.list(m_spec.menuKey);
+    const plist::Array entries = m_store.list(m_kind.menuKey);
     for (std::size_t i = 0; i < entries.size(); ++i) {
         auto* row = new QListWidgetItem(m_list);
-        PXMenuItem shown = entries::displayItem(m_spec.menuKey, entries[i]);
+        PXMenuItem shown = entries::displayItem(m_kind.menuKey, entries[i]);
         const QString title = qt(shown.menuTitle());
         row->setText(title);
         row->setIcon(iconFor(shown.menuIcon()));
@@ -138,7 +138,7 @@ void ListPage::reload() {
         row->setData(KeyRole, qt(entries::keyOf(entries[i])));
         row->setData(TitleRole, title);
         row->setData(EnabledRole, !shown.disabled);
-        row->setData(RemovableRole, entries::canRemove(m_spec.menuKey, entries[i]));
+        row->setData(RemovableRole, entries::canRemove(m_kind.menuKey, entries[i]));
         markIfNotInstalled(row);
     }
     m_filling = false;
@@ -148,7 +148,7 @@ void ListPage::reload() {
 
 // Marks an application entry whose application is not installed.
 void ListPage::markIfNotInstalled(QListWidgetItem* row) {
-    if (m_spec.menuKey != std::string(menukey::kCommonApp)) return;
+    if (m_kind.menuKey != std::string(menukey::kCommonApp)) return;
     if (platform::isApplicationInstalled(utf8(row->data(KeyRole).toString()))) return;
     row->setForeground(palette().brush(QPalette::Disabled, QPalette::Text));
     row->setToolTip(text("Settings Not Installed Tip"));
@@ -165,9 +165,9 @@ void ListPage::itemEdited(QListWidgetItem* row) {
     const std::string key = utf8(row->data(KeyRole).toString());
     const bool enabled = row->checkState() == Qt::Checked;
     if (enabled != row->data(EnabledRole).toBool())
-        m_store.setEnabled(m_spec.menuKey, key, enabled);
+        m_store.setEnabled(m_kind.menuKey, key, enabled);
     else if (row->text() != row->data(TitleRole).toString())
-        m_store.rename(m_spec.menuKey, key, utf8(row->text().trimmed()));
+        m_store.rename(m_kind.menuKey, key, utf8(row->text().trimmed()));
     else
         return;
     QTimer::singleShot(0, this, [this] { saved(); });
@@ -177,14 +177,14 @@ void ListPage::moveBy(int offset) {
     const int row = m_list->currentRow();
     const int target = row + offset;
     if (row < 0 || target < 0 || target >= m_list->count()) return;
-    m_store.move(m_spec.menuKey, static_cast<std::size_t>(row),
+    m_store.move(m_kind.menuKey, static_cast<std::size_t>(row),
                  static_cast<std::size_t>(offset > 0 ? target + 1 : target));
     m_list->setCurrentRow(target);
     saved();
 }
 
 void ListPage::dropped(int from, int to) {
-    m_store.move(m_spec.menuKey, static_cast<std::size_t>(from), static_cast<std::size_t>(to));
+    m_store.move(m_kind.menuKey, static_cast<std::size_t>(from), static_cast<std::size_t>(to));
     const int landed = from < to ? to - 1 : to;
     QTimer::singleShot(0, this, [this, landed] {
         m_list->setCurrentRow(landed);
@@ -195,12 +195,12 @@ void ListPage::dropped(int from, int to) {
 void ListPage::removeCurrent() {
     QListWidgetItem* row = m_list->currentItem();
     if (!row || !row->data(RemovableRole).toBool()) return;
-    m_store.remove(m_spec.menuKey, utf8(row->data(KeyRole).toString()));
+    m_store.remove(m_kind.menuKey, utf8(row->data(KeyRole).toString()));
     saved();
 }
 
 void ListPage::add() {
-    if (auto failure = addEntry(m_spec.adding, m_store.manager(), m_prompts, this))
+    if (auto failure = addEntry(m_kind.adding, m_store.manager(), m_prompts, this))
         m_prompts.inform(this, *failure);
     saved();
     m_list->setCurrentRow(m_list->count() - 1); // an added entry comes last
@@ -208,7 +208,7 @@ void ListPage::add() {
 
 void ListPage::restore() {
     if (!m_prompts.confirm(this, text("Settings Restore Factory Question"))) return;
-    m_store.restoreFactory(m_spec.menuKey);
+    m_store.restoreFactory(m_kind.menuKey);
     saved();
 }
 

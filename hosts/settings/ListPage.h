@@ -16,7 +16,7 @@ class Prompts;
 // How entries are added to a list.
 enum class Adding { None, Application, Folder, Template, FolderIcon };
 
-struct ListSpec {
+struct ListKind {
     const char* menuKey;  // the stored list
     const char* titleKey; // the page's title in the catalogues
     Adding adding;
@@ -27,13 +27,13 @@ struct ListSpec {
 // removal (Delete) where the list allows it, adding, and restoring the factory list.
 class ListPage final : public QWidget {
   public:
-    ListPage(ConfigStore& store, Prompts& prompts, ListSpec spec, QWidget* parent = nullptr);
+    ListPage(ConfigStore& store, Prompts& prompts, ListKind kind, QWidget* parent = nullptr);
 
     // Shows the list as it is stored now, keeping the selected row.
     void reload();
     // Reloads now when the page is shown, else when it is next shown.
     void reloadWhenShown();
-    const ListSpec& spec() const { return m_spec; }
+    const ListKind& kind() const { return m_kind; }
 
     QListWidget* list() const { return m_list; }
     QPushButton* moveUpButton() const { return m_up; }
@@ -63,7 +63,7 @@ class ListPage final : public QWidget {
 
     ConfigStore& m_store;
     Prompts& m_prompts;
-    ListSpec m_spec;
+    ListKind m_kind;
     QListWidget* m_list;
     QPushButton* m_up;
     QPushButton* m_down;

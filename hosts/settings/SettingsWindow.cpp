@@ -23,7 +23,7 @@ namespace px::settings {
 namespace {
 
 struct PageSpec {
-    ListSpec list;
+    ListKind list;
     const char* icon;
 };
 
@@ -54,11 +54,11 @@ SettingsWindow::SettingsWindow(ConfigStore& store, Prompts& prompts, QWidget* pa
     m_pageList->setAccessibleName(text("Settings Pages"));
     m_pageList->setIconSize({22, 22});
     m_pageList->setMaximumWidth(230);
-    for (const auto& spec : kListPages) {
-        auto* page = new ListPage(store, prompts, spec.list);
+    for (const auto& kind : kListPages) {
+        auto* page = new ListPage(store, prompts, kind.list);
         page->changed = [this] { edited(); };
         m_lists.push_back(page);
-        addPage(page, spec.list.titleKey, QIcon::fromTheme(spec.icon));
+        addPage(page, kind.list.titleKey, QIcon::fromTheme(kind.icon));
     }
     m_preferences->changed = [this] { edited(); };
     addPage(m_preferences, "Settings Page Preferences", QIcon::fromTheme("preferences-system"));
@@ -111,7 +111,7 @@ QWidget* SettingsWindow::page(int index) const {
 
 ListPage* SettingsWindow::listPage(const char* menuKey) const {
     for (auto* page : m_lists)
-        if (std::string(page->spec().menuKey) == menuKey) return page;
+        if (std::string(page->kind().menuKey) == menuKey) return page;
     return nullptr;
 }
 

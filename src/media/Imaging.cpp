@@ -8,7 +8,7 @@ namespace px::media {
 
 namespace {
 
-const ModuleSpec kImagingModule{"pxmenu-imaging.so", kImagingEntryPoint, "image library"};
+const ModuleInfo kImagingModule{"pxmenu-imaging.so", kImagingEntryPoint, "image library"};
 
 } // namespace
 

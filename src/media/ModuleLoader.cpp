@@ -12,11 +12,11 @@
 namespace px::media {
 namespace {
 
-std::vector<std::string> libraryFolders(const ModuleSpec& spec) {
+std::vector<std::string> libraryFolders(const ModuleInfo& module) {
     std::vector<std::string> folders;
     if (const char* custom = std::getenv("PXMENU_LIBDIR"); custom && *custom) {
         folders.push_back(custom);
-        if (!spec.usualPlacesAfterOverride) return folders;
+        if (!module.usualPlacesAfterOverride) return folders;
     }
     for (std::string folder :
          {installedFolder(PX_MODULE_INSTALL_DIR), std::string(PX_BUILD_LIBDIR),
@@ -27,9 +27,9 @@ std::vector<std::string> libraryFolders(const ModuleSpec& spec) {
 
 } // namespace
 
-std::optional<std::string> findModule(const ModuleSpec& spec) {
-    for (const std::string& folder : libraryFolders(spec)) {
-        std::string candidate = folder + "/" + spec.fileName;
+std::optional<std::string> findModule(const ModuleInfo& module) {
+    for (const std::string& folder : libraryFolders(module)) {
+        std::string candidate = folder + "/" + module.fileName;
         if (io::exists(candidate)) return candidate;
     }
     return std::nullopt;
@@ -42,16 +42,16 @@ std::string lastLoaderError() {
 
 
 // The handle is never closed: a module may keep threads that run its code (libvips does).
-ErrorOr<void*> loadModule(const ModuleSpec& spec) {
-    const std::optional<std::string> path = findModule(spec);
+ErrorOr<void*> loadModule(const ModuleInfo& module) {
+    const std::optional<std::string> path = findModule(module);
     if (!path)
-        return Error{std::string("the ") + spec.what + " " + spec.fileName + " is not installed"};
+        return Error{std::string("the ") + module.what + " " + module.fileName + " is not installed"};
     void* handle = ::dlopen(path->c_str(), RTLD_LAZY | RTLD_LOCAL);
     if (!handle)
-        return Error{std::string("cannot load the ") + spec.what + ": " + lastLoaderError()};
+        return Error{std::string("cannot load the ") + module.what + ": " + lastLoaderError()};
     using Entry = void* (*)();
-    auto entry = reinterpret_cast<Entry>(::dlsym(handle, spec.entryPoint));
-    if (!entry) return Error{std::string("the ") + spec.what + " is damaged: " + lastLoaderError()};
+    auto entry = reinterpret_cast<Entry>(::dlsym(handle, module.entryPoint));
+    if (!entry) return Error{std::string("the ") + module.what + " is damaged: " + lastLoaderError()};
     return entry();
 }
 

@@ -8,7 +8,7 @@
 namespace px::media {
 
 // Where a module is looked for and what it is called in messages.
-struct ModuleSpec {
+struct ModuleInfo {
     const char* fileName;   // "pxmenu-imaging.so"
     const char* entryPoint; // the exported function handing out its implementation
     const char* what;       // "image library"
@@ -21,9 +21,9 @@ struct ModuleSpec {
 // what its entry point returns. The module stays loaded. Symbols are bound lazily, as for a
 // program's own libraries: binding all of a large module's libraries' symbols up front costs
 // more than the small jobs they do.
-ErrorOr<void*> loadModule(const ModuleSpec& spec);
+ErrorOr<void*> loadModule(const ModuleInfo& module);
 
 // Where loadModule finds the module, or nothing when it is in none of the places.
-std::optional<std::string> findModule(const ModuleSpec& spec);
+std::optional<std::string> findModule(const ModuleInfo& module);
 
 } // namespace px::media
