@@ -5,7 +5,15 @@
 namespace px::cli {
 
 // Exit statuses of the command line.
-enum ExitStatus { kDone = 0, kBadArguments = 2, kAnswersRanOut = 3, kTagNotFound = 4 };
+// kHandOffFailed: `--ui gui` found no extension process to take the request (none could be
+// started, or it refused the request).
+enum ExitStatus {
+    kDone = 0,
+    kBadArguments = 2,
+    kAnswersRanOut = 3,
+    kTagNotFound = 4,
+    kHandOffFailed = 6
+};
 
 // A command's outcome, set by its callback and returned by main.
 struct Outcome {

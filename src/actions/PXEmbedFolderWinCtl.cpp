@@ -20,7 +20,7 @@ bool PXEmbedFolderWinCtl::isUsableName(const std::string& name) {
 void PXEmbedFolderWinCtl::open() {
     m_open = true;
     while (m_open) {
-        auto answer = platform::ui().runEmbedDialog({foldIntoInput, modeTitles()});
+        auto answer = platform::ui().runEmbedDialog({foldIntoInput, modeTitles(), isUsableName});
         if (!answer) return onCancel();
         foldIntoInput = answer->name; // the field keeps what was typed
         onSure(answer->name, answer->mode);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "config/PXMenuItem.h"
-#include "platform/PromptSupport.h"
 #include "platform/Ui.h"
 
 #include <functional>
@@ -16,7 +15,7 @@ namespace px {
 // `fileArray`. Every choice sets `currentItem` and is reported to `selectHandler`.
 class PXSelectFileTypeViewCtl {
   public:
-    using Entry = platform::FileTypeEntry;
+    using Entry = platform::Ui::FileType;
 
     PXSelectFileTypeViewCtl();
 
@@ -26,7 +25,11 @@ class PXSelectFileTypeViewCtl {
 
     // "File Type:" in the user's language.
     static std::string tipLabel();
-    // The pop-up's entries; without icons when "pref check4" is on.
+    // "<menu title> (.<extension>)", with the key when the item has no extension.
+    static std::string entryTitle(const PXMenuItem& item);
+    // The pop-up's entries; without icons when "pref check4" is on. Special files and the "New
+    // File From Window" entry are left out; the others keep their index as tag, so tags can
+    // have gaps.
     std::vector<Entry> entries() const;
 
     // Loading the view: builds the pop-up and reports its first entry (none when it is empty).

@@ -141,7 +141,7 @@ void FinderSync::_useSuccess(const PXMenuItem::Ptr& item) {
 }
 
 void FinderSync::goSet() {
-    PXMenuManager::openMainApp();
+    if (!PXMenuManager::openMainApp()) alert::alertWithMsg(localized("Settings Missing Tip"));
 }
 
 void FinderSync::goReview() {

@@ -124,6 +124,14 @@ int runPendingOnce() {
     return mainQueue().runPendingOnce();
 }
 
+void setMainQueueWake(Task wake) {
+    mainQueue().setWakeCallback(std::move(wake));
+}
+
+std::optional<std::chrono::steady_clock::time_point> nextMainQueueTurn() {
+    return mainQueue().nextTurn();
+}
+
 bool isIdle() {
     return mainQueue().isEmpty() && backgroundIsIdle();
 }
