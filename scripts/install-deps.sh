@@ -9,6 +9,7 @@ packages=(
     libzip-dev libssl-dev 7zip libarchive-tools unzip time libgdk-pixbuf-2.0-dev
     libvips-dev libqpdf-dev libpoppler-cpp-dev libvips-tools imagemagick poppler-utils qpdf
     python3-pil file
+    qt6-base-dev xvfb xdotool xclip dbus dbus-x11
 )
 
 missing=()

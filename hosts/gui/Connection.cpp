@@ -30,7 +30,7 @@ void Connection::readAvailable() {
     if (got < 0 && (errno == EINTR || errno == EAGAIN)) return;
     if (got <= 0) {
         if (!m_gotRequest && m_reader.hasPartialFrame())
-            std::cerr << "pxmenu-extension: a request frame was cut short; ignored\n";
+            return refuse("the request frame was cut short");
         return close();
     }
     if (m_gotRequest) return; // one request a connection; later bytes are ignored

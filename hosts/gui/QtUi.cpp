@@ -8,6 +8,7 @@
 #include "platform/PromptSupport.h"
 
 #include <QDialogButtonBox>
+#include <QFileSystemModel>
 #include <QMessageBox>
 #include <QTimer>
 
@@ -21,6 +22,21 @@ void whenShown(QWidget& window, const char* kind, std::function<void()> act) {
         saveWindowShot(window, kind);
         act();
     });
+}
+
+// A file dialog acted on before its folder has loaded would have the typed name replaced by
+// the selection the load makes: wait for the load (or at most two seconds).
+void whenLoaded(QFileDialog& dialog, const char* kind, std::function<void()> act) {
+    auto done = std::make_shared<bool>(false);
+    auto once = [&dialog, kind, act = std::move(act), done] {
+        if (*done) return;
+        *done = true;
+        whenShown(dialog, kind, act);
+    };
+    if (auto* model = dialog.findChild<QFileSystemModel*>())
+        QObject::connect(model, &QFileSystemModel::directoryLoaded, &dialog, once,
+                         Qt::QueuedConnection);
+    QTimer::singleShot(2000, &dialog, once);
 }
 
 void clickReject(QFileDialog& dialog) {
@@ -91,7 +107,7 @@ std::optional<platform::Ui::SaveResult> QtUi::runSavePanel(const SaveRequest& re
     SavePanel panel(request);
     if (m_script) {
         auto answer = m_script->save(request);
-        whenShown(panel, "save-panel", [&panel, &request, answer] {
+        whenLoaded(panel, "save-panel", [&panel, &request, answer] {
             if (!answer) return clickReject(panel);
             chooseType(panel.typeChooser(), request, answer->typeBefore);
             panel.nameField().setText(qs(answer->path));
@@ -113,7 +129,7 @@ std::optional<std::string> QtUi::runOpenPanel(const OpenRequest& request) {
     OpenPanel panel(request);
     if (m_script) {
         auto answer = m_script->open(request);
-        whenShown(panel, "open-panel", [&panel, answer] {
+        whenLoaded(panel, "open-panel", [&panel, answer] {
             if (!answer) return clickReject(panel);
             panel.nameField().setText(qs(*answer));
             panel.confirmButton().click();

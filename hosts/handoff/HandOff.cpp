@@ -78,10 +78,11 @@ ErrorOr<Reply> handOff(const Request& request, const std::string& program) {
     const SessionPaths paths = TRY(sessionPaths());
     io::FileDescriptor connection = TRY(connectOrStart(program, paths));
     TRY(writeAll(connection.get(), encodeRequest(request)));
-    Fields accepted = TRY(readFrame(connection.get(), kAcceptTimeout));
+    FrameReader reader;
+    Fields accepted = TRY(readFrame(connection.get(), reader, kAcceptTimeout));
     Reply reply = TRY(decodeReply(accepted));
     if (reply.kind != Reply::Kind::Accepted || !request.wait) return reply;
-    Fields finished = TRY(readFrame(connection.get(), kWorkTimeout));
+    Fields finished = TRY(readFrame(connection.get(), reader, kWorkTimeout));
     return decodeReply(finished);
 }
 

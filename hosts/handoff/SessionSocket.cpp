@@ -69,10 +69,9 @@ ErrorOr<void> writeAll(int fd, std::string_view bytes) {
     return {};
 }
 
-ErrorOr<std::vector<Field>> readFrame(int fd, std::chrono::milliseconds timeout) {
+ErrorOr<Fields> readFrame(int fd, FrameReader& reader, std::chrono::milliseconds timeout) {
     using Clock = std::chrono::steady_clock;
     const auto deadline = Clock::now() + timeout;
-    FrameReader reader;
     char buffer[64 * 1024];
     for (;;) {
         if (auto frame = TRY(reader.next())) return std::move(*frame);

@@ -28,8 +28,9 @@ ErrorOr<io::FileDescriptor> connectTo(const std::string& socketPath);
 // Writes all the bytes, retrying after interruptions.
 ErrorOr<void> writeAll(int fd, std::string_view bytes);
 
-// Reads one whole frame's fields, waiting at most `timeout` in all.
-ErrorOr<std::vector<Field>> readFrame(int fd, std::chrono::milliseconds timeout);
+// Reads one whole frame's fields, waiting at most `timeout` in all. Bytes of later frames stay
+// in the reader for the next call.
+ErrorOr<Fields> readFrame(int fd, FrameReader& reader, std::chrono::milliseconds timeout);
 
 // The user id of the process at the other end of a connected socket (SO_PEERCRED).
 ErrorOr<uid_t> peerUser(int fd);

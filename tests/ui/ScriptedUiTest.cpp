@@ -121,6 +121,7 @@ TEST_F(ScriptedUiTest, StopPressesCancelOnceTheShareIsReachedAndNeverInsideTheCa
         queue::runUntilIdle();
         EXPECT_EQ(cancels, expected);
     }
+    EXPECT_EQ(lines().back(), json({{"progress", 0.6}})) << "nothing is recorded after Cancel";
     EXPECT_EQ(ui.runAlert(kDelete), 1000) << "the next line answers the next prompt";
     EXPECT_TRUE(exits.empty());
 }

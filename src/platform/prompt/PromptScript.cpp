@@ -163,6 +163,7 @@ std::optional<Ui::Color> PromptScript::color() {
 }
 
 bool PromptScript::progress(const Ui::Progress& progress) {
+    if (m_stopped) return false;
     if (progress.success) {
         m_transcript->write({{"success", progress.text}});
         return false;
@@ -177,6 +178,7 @@ bool PromptScript::progress(const Ui::Progress& progress) {
                        m_answers.front().kind == Kind::Stop &&
                        value * 100 >= m_answers.front().number;
     if (stops) m_answers.pop_front();
+    m_stopped = stops;
     return stops;
 }
 

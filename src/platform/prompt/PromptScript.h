@@ -49,8 +49,12 @@ class PromptScript {
 
     // The progress window: a new window starts afresh; each state writes its record (a
     // fraction only when it changed to three decimals) and answers whether the script presses
-    // Cancel now (a "stop" line that fits).
-    void progressOpened() { m_lastProgress.reset(); }
+    // Cancel now (a "stop" line that fits). Once Cancel is pressed the window records nothing
+    // more (reports already on their way when it was pressed vary with timing).
+    void progressOpened() {
+        m_lastProgress.reset();
+        m_stopped = false;
+    }
     bool progress(const Ui::Progress& progress);
 
   private:
@@ -66,6 +70,7 @@ class PromptScript {
     ExitHook m_exitHook;
     std::ostream* m_errors;
     std::optional<double> m_lastProgress;
+    bool m_stopped = false;
 };
 
 } // namespace px::platform
