@@ -190,11 +190,12 @@ void QtUi::progressOpen(std::function<void()> onCancel) {
 }
 
 void QtUi::progressShow(const Progress& progress) {
+    QueuePump::UiCall call(m_pump);
     if (!m_progress) m_progress = std::make_unique<ProgressWindow>();
     m_progress->show(progress);
     if (m_script && m_script->progress(progress)) {
+        m_progress->cancelButton().click(); // before the shot: the job must hear of it now
         saveWindowShot(*m_progress, "progress");
-        m_progress->cancelButton().click();
     }
 }
 

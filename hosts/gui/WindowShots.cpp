@@ -21,8 +21,9 @@ void saveWindowShot(QWidget& window, const char* kind) {
     QScreen* screen = window.screen() ? window.screen() : QGuiApplication::primaryScreen();
     if (!screen) return;
     const QPixmap shot = screen->grabWindow(window.winId());
-    shot.save(QStringLiteral("%1/%2-%3.png")
+    shot.save(QStringLiteral("%1/%2-%3-%4.png")
                   .arg(QString::fromLocal8Bit(folder))
+                  .arg(QCoreApplication::applicationPid())
                   .arg(++count, 2, 10, QLatin1Char('0'))
                   .arg(QLatin1String(kind)));
 }
