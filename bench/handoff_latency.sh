@@ -30,9 +30,10 @@ median() { sort -n | awk '{a[NR]=$1} END {print a[int((NR+1)/2)]}'; }
 now() { date +%s%N; }
 
 # Cold start: no process yet; the time until the first window (an alert) is mapped.
-"$pxmenu" run --tag "$(("$pxmenu" menu --json --target "$root" -- "$root/a.txt" |
-      python3 -c 'import json,sys; print([c["tag"] for e in json.load(sys.stdin) for c in e.get("children",[]) if c["key"]=="Go Set"][0])'))" \
-      --ui gui --target "$root" -- "$root/a.txt" >/dev/null &
+settings=$("$pxmenu" menu --json --target "$root" -- "$root/a.txt" | python3 -c '
+import json, sys
+print([c["tag"] for e in json.load(sys.stdin) for c in e.get("children", []) if c["key"] == "Go Set"][0])')
+"$pxmenu" run --tag "$settings" --ui gui --target "$root" -- "$root/a.txt" >/dev/null &
 start=$(now)
 xdotool search --sync --onlyvisible --class pxmenu >/dev/null
 cold=$(( ($(now) - start) / 1000000 ))
