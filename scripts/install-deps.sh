@@ -6,10 +6,11 @@ packages=(
     build-essential cmake ninja-build pkg-config clang libclang-rt-14-dev clang-format
     gettext libplist-dev libglib2.0-dev libcli11-dev libfmt-dev nlohmann-json3-dev
     libgtest-dev libgmock-dev googletest libbenchmark-dev python3
-    libzip-dev libssl-dev 7zip libarchive-tools unzip time libgdk-pixbuf-2.0-dev
+    libdeflate-dev zlib1g-dev libssl-dev 7zip libarchive-tools unzip time libgdk-pixbuf-2.0-dev
     libvips-dev libqpdf-dev libpoppler-cpp-dev libvips-tools imagemagick poppler-utils qpdf
     python3-pil file
-    qt6-base-dev xvfb xdotool xclip dbus dbus-x11
+    qt6-base-dev libqt6svg6 adwaita-icon-theme fonts-wqy-microhei xvfb xdotool xclip dbus dbus-x11
+    dpkg-dev lintian appstream desktop-file-utils bash-completion man-db strace
 )
 
 missing=()

@@ -5,14 +5,16 @@
 namespace px::cli {
 
 // Exit statuses of the command line.
-// kHandOffFailed: `--ui gui` found no extension process to take the request (none could be
-// started, or it refused the request).
 enum ExitStatus {
     kDone = 0,
     kBadArguments = 2,
     kAnswersRanOut = 3,
     kTagNotFound = 4,
-    kHandOffFailed = 6
+    // `--key` named another entry than the one now at the tag: nothing ran.
+    kEntryChanged = 5,
+    // `--ui gui` found no extension process to take the request (none could be started, or it
+    // refused the request).
+    kHandOffFailed = 6,
 };
 
 // A command's outcome, set by its callback and returned by main.

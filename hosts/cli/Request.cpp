@@ -1,6 +1,6 @@
 #include "Request.h"
 
-#include "platform/Platform.h"
+#include "Store.h"
 #include "support/StandardPath.h"
 
 #include <unistd.h>
@@ -15,7 +15,7 @@ std::string absolutePath(const std::string& path) {
     return standardizePath(path.empty() ? base : base + "/" + path);
 }
 
-void Request::addOptions(CLI::App& command) {
+void RequestOptions::addOptions(CLI::App& command) {
     command
         .add_option("--kind", kind,
                     "Menu kind: 0 selected items, 1 folder background, 2 sidebar, 3 toolbar")
@@ -24,13 +24,16 @@ void Request::addOptions(CLI::App& command) {
     command.add_option("PATH", paths, "The selected items");
 }
 
-void Request::installController() const {
-    std::vector<std::string> selection;
+Request::Options RequestOptions::toRequest(platform::Platform services) const {
+    Request::Options options;
     for (const auto& path : paths)
-        selection.push_back(absolutePath(path));
-    auto& platform = platform::current();
-    platform.controller = std::make_shared<platform::StaticFinderSyncController>(
-        std::move(selection), absolutePath(target));
+        options.selection.push_back(absolutePath(path));
+    options.target = absolutePath(target);
+    options.kind = static_cast<MenuKind>(kind);
+    options.keyPath = keys;
+    options.services = std::move(services);
+    options.store = userStore();
+    return options;
 }
 
 } // namespace px::cli

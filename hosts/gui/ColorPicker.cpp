@@ -2,8 +2,8 @@
 
 #include "Texts.h"
 #include "WindowShots.h"
-#include "platform/Platform.h"
 #include "platform/Settings.h"
+#include "platform/linux/UserStore.h"
 
 #include <QCursor>
 #include <QDBusArgument>
@@ -38,7 +38,7 @@ class PortalResponse final : public QObject {
     std::optional<platform::Ui::Color> color;
     bool answered = false;
 
-  public slots:
+  public Q_SLOTS:
     void onResponse(uint response, const QVariantMap& results) {
         answered = true;
         if (response == 0 && results.contains(QStringLiteral("color"))) {
@@ -55,9 +55,9 @@ class PortalResponse final : public QObject {
 };
 
 void showScreenRecordTipOnce() {
-    auto& defaults = platform::standardDefaults();
-    if (defaults.boolForKey("Screen Record Tip")) return;
-    defaults.setBool("Screen Record Tip", true);
+    const auto defaults = platform::openStandardDefaults();
+    if (defaults->boolForKey("Screen Record Tip")) return;
+    defaults->setBool("Screen Record Tip", true);
     QMessageBox::information(nullptr, QStringLiteral("pxmenu"), tr("Screen Record Tip"));
 }
 

@@ -42,7 +42,7 @@ void Connection::readAvailable() {
     if (request.isError()) return refuse(request.error().message);
     m_gotRequest = true;
     m_deadline.stop();
-    emit received(request.value());
+    Q_EMIT received(request.value());
 }
 
 void Connection::reply(const handoff::Reply& reply) {
@@ -62,7 +62,7 @@ void Connection::close() {
     m_notifier.reset();
     if (!m_fd.valid()) return;
     m_fd = io::FileDescriptor();
-    emit closed();
+    Q_EMIT closed();
 }
 
 } // namespace px::gui

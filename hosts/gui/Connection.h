@@ -24,7 +24,7 @@ class Connection final : public QObject {
     void refuse(const std::string& message);
     bool isOpen() const { return m_fd.valid(); }
 
-  signals:
+  Q_SIGNALS:
     void received(const handoff::Request& request);
     void closed();
 

@@ -2,10 +2,18 @@
 
 #include "support/Queues.h"
 
+#include <QEventLoop>
 #include <QMetaObject>
 #include <QPointer>
 
 namespace px::gui {
+
+namespace {
+
+// How often a waiting request looks whether its work is over.
+constexpr int kIdleLookMs = 20;
+
+} // namespace
 
 QueuePump::QueuePump() {
     m_delayed.setSingleShot(true);
@@ -16,9 +24,20 @@ QueuePump::QueuePump() {
         // Any thread: only ask the loop to look.
         if (self) QMetaObject::invokeMethod(self, &QueuePump::pump, Qt::QueuedConnection);
     });
+    // A request's runner waits for its work in the event loop, so the windows stay live.
+    queue::setIdleWaiter([](const std::function<bool()>& idle) {
+        QEventLoop loop;
+        QTimer look;
+        QObject::connect(&look, &QTimer::timeout, &loop, [&] {
+            if (idle()) loop.quit();
+        });
+        look.start(kIdleLookMs);
+        if (!idle()) loop.exec();
+    });
 }
 
 QueuePump::~QueuePump() {
+    queue::setIdleWaiter({});
     queue::setMainQueueWake({});
 }
 

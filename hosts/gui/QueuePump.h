@@ -31,7 +31,7 @@ class QueuePump final : public QObject {
     void setOnTurn(std::function<void()> onTurn) { m_onTurn = std::move(onTurn); }
     bool insideUiCall() const { return m_uiCalls > 0; }
 
-  public slots:
+  public Q_SLOTS:
     void pump();
 
   private:

@@ -6,10 +6,6 @@
 
 #include <iostream>
 
-namespace px {
-class FinderSync;
-}
-
 namespace px::gui {
 
 struct RequestRunner::Running {
@@ -22,7 +18,6 @@ struct RequestRunner::Running {
         std::make_shared<platform::Transcript>(transcriptText);
     std::ostringstream errors;
     std::streambuf* standardError = nullptr;
-    std::shared_ptr<FinderSync> sync;
 };
 
 RequestRunner::RequestRunner(std::shared_ptr<QtUi> ui, std::shared_ptr<QtPasteboard> pasteboard,
@@ -76,11 +71,13 @@ void RequestRunner::start(Pending pending) {
     }
     m_ui->setScript(script);
     m_pasteboard->setTranscript(script ? running.transcript : nullptr);
-    platform::current().ui = m_ui;
-    platform::current().pasteboard = m_pasteboard;
     if (running.status == 0) {
-        const int started = startRequest(pending.request, running.errors, running.sync);
-        if (running.status == 0) running.status = started;
+        platform::Platform services;
+        services.ui = m_ui;
+        services.pasteboard = m_pasteboard;
+        // Returns once the command's work is over; the event loop runs meanwhile.
+        const int ran = runHandedRequest(pending.request, std::move(services), running.errors);
+        if (running.status == 0) running.status = ran;
     }
     running.started = true;
     m_starting = false;

@@ -1,11 +1,12 @@
-// The request sequence of the command line's `run`, in one place until the core offers it.
+// A handed-over `run` request, carried out through the core's request runner.
 #include "RunRequest.h"
 
-#include "extension/FinderSync.h"
-#include "platform/Platform.h"
+#include "actions/RunRequest.h"
+#include "extension/Request.h"
 #include "platform/linux/GioApplications.h"
 #include "platform/linux/GioWorkspace.h"
 #include "platform/linux/TerminalServices.h"
+#include "platform/linux/UserStore.h"
 
 #include <CLI/CLI.hpp>
 #include <cstdlib>
@@ -18,11 +19,13 @@ namespace {
 
 constexpr int kBadArguments = 2;
 constexpr int kTagNotFound = 4;
+constexpr int kEntryChanged = 5;
 
 struct RunArguments {
     std::int64_t tag = 0;
     int kind = 0;
     std::string target;
+    std::vector<std::string> keys;
     std::vector<std::string> paths;
 };
 
@@ -33,6 +36,7 @@ std::optional<RunArguments> parse(const std::vector<std::string>& arguments, std
     run->add_option("--tag", parsed.tag)->required();
     run->add_option("--kind", parsed.kind)->check(CLI::Range(0, 3));
     run->add_option("--target", parsed.target)->required();
+    run->add_option("--key", parsed.keys);
     run->add_option("PATH", parsed.paths);
     app.require_subcommand(1);
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
@@ -52,10 +56,28 @@ void applyEnvironment(const handoff::Request& request) {
     }
 }
 
+Request::Options requestOptions(RunArguments arguments, platform::Platform services) {
+    Request::Options options;
+    options.selection = std::move(arguments.paths);
+    options.target = std::move(arguments.target);
+    options.kind = static_cast<MenuKind>(arguments.kind);
+    options.keyPath = std::move(arguments.keys);
+    services.workspace = std::make_shared<platform::GioWorkspace>();
+    services.applications = std::make_shared<platform::GioApplications>();
+    services.standardDefaults = platform::openStandardDefaults();
+    options.store = platform::openUserStore();
+    const auto& suite = options.store->sharedSuite();
+    services.services = std::make_shared<platform::TerminalServices>(
+        platform::TerminalServices::preferenceIn(suite),
+        platform::TerminalServices::preferenceIn(suite, "terminal"));
+    options.services = std::move(services);
+    return options;
+}
+
 } // namespace
 
-int startRequest(const handoff::Request& request, std::ostream& errors,
-                 std::shared_ptr<FinderSync>& sync) {
+int runHandedRequest(const handoff::Request& request, platform::Platform services,
+                     std::ostream& errors) {
     auto arguments = parse(request.arguments, errors);
     if (!arguments) return kBadArguments;
     if (::chdir(request.folder.c_str()) != 0) {
@@ -64,19 +86,19 @@ int startRequest(const handoff::Request& request, std::ostream& errors,
         return kBadArguments;
     }
     applyEnvironment(request);
-    auto& current = platform::current();
-    current.workspace = std::make_shared<platform::GioWorkspace>();
-    current.applications = std::make_shared<platform::GioApplications>();
-    current.services = std::make_shared<platform::TerminalServices>();
-    current.controller =
-        std::make_shared<platform::StaticFinderSyncController>(arguments->paths, arguments->target);
-    sync = std::make_shared<FinderSync>();
-    Menu menu = sync->menuForMenuKind(static_cast<MenuKind>(arguments->kind));
-    if (!findEntryWithTag(menu, arguments->tag)) {
-        errors << "pxmenu: no menu entry has the tag " << arguments->tag << " for this selection\n";
+    const std::int64_t tag = arguments->tag;
+    Request forRun(requestOptions(std::move(*arguments), std::move(services)));
+    switch (runRequest(forRun, tag)) {
+    case DispatchResult::Ran:
+        return 0;
+    case DispatchResult::TagNotFound:
+        errors << "pxmenu: no menu entry has the tag " << tag << " for this selection\n";
         return kTagNotFound;
+    case DispatchResult::KeyPathChanged:
+        errors << "pxmenu: the entry with the tag " << tag
+               << " has changed since the menu was shown; nothing was done\n";
+        return kEntryChanged;
     }
-    sync->onMenuItemAction(arguments->tag);
     return 0;
 }
 

@@ -26,7 +26,7 @@ class SavePanel final : public QFileDialog {
 
     QString chosenPath() const;
 
-  public slots:
+  public Q_SLOTS:
     void accept() override;
 
   private:

@@ -89,7 +89,7 @@ void SessionServer::accept() {
         connect(connection, &Connection::closed, connection, &QObject::deleteLater);
         connect(connection, &Connection::received, this,
                 [this, connection](const handoff::Request& request) {
-                    emit requested(connection, request);
+                    Q_EMIT requested(connection, request);
                 });
     }
 }

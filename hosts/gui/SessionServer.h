@@ -24,7 +24,7 @@ class SessionServer final : public QObject {
     // Starts taking connections; needs the application object.
     void serve();
 
-  signals:
+  Q_SIGNALS:
     void requested(Connection* connection, const handoff::Request& request);
 
   private:

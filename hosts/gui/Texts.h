@@ -1,6 +1,6 @@
 #pragma once
 
-#include "config/Localization.h"
+#include "support/Localization.h"
 
 #include <QString>
 

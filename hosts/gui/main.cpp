@@ -54,6 +54,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     application.setQuitOnLastWindowClosed(false);
     application.setApplicationName(QStringLiteral("pxmenu"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("pxmenu-extension"));
     px::gui::QueuePump pump;
     px::gui::ColorPicker colors;
     auto ui = std::make_shared<px::gui::QtUi>(pump, colors);

@@ -1,13 +1,14 @@
 #include "actions/PXSelectFileTypeViewCtl.h"
 
 #include "actions/NewFile.h"
-#include "config/Localization.h"
 #include "config/PXMenuManager.h"
+#include "support/Localization.h"
 
 namespace px {
 
-PXSelectFileTypeViewCtl::PXSelectFileTypeViewCtl()
-    : fileArray(PXMenuManager::newFileTemplateMenuArray(true)) {}
+PXSelectFileTypeViewCtl::PXSelectFileTypeViewCtl(const PXMenuManager& store)
+    : fileArray(store.newFileTemplateMenuArray(true)),
+      m_withIcons(!store.sharedDefaults().boolForKey("pref check4")) {}
 
 std::string PXSelectFileTypeViewCtl::tipLabel() {
     return localized("File Type") + ":";
@@ -19,13 +20,12 @@ std::string PXSelectFileTypeViewCtl::entryTitle(const PXMenuItem& item) {
 }
 
 std::vector<PXSelectFileTypeViewCtl::Entry> PXSelectFileTypeViewCtl::entries() const {
-    const bool withIcons = !PXMenuManager::sharedDefaults().boolForKey("pref check4");
     std::vector<Entry> result;
     for (std::size_t index = 0; index < fileArray.size(); ++index) {
         const auto& item = fileArray[index];
         if (!item || item->isSpecialFile || item->isNewFileFromWindow()) continue;
         result.push_back({index, entryTitle(*item), newfile::effectiveExtension(*item),
-                          withIcons ? item->menuIcon() : ""});
+                          m_withIcons ? item->menuIcon() : ""});
     }
     return result;
 }

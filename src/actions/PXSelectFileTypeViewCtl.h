@@ -1,6 +1,7 @@
 #pragma once
 
 #include "config/PXMenuItem.h"
+#include "config/PXMenuManager.h"
 #include "platform/Ui.h"
 
 #include <functional>
@@ -17,7 +18,7 @@ class PXSelectFileTypeViewCtl {
   public:
     using Entry = platform::Ui::FileType;
 
-    PXSelectFileTypeViewCtl();
+    explicit PXSelectFileTypeViewCtl(const PXMenuManager& store);
 
     std::function<void(const PXMenuItem::Ptr&)> selectHandler;
     PXMenuItem::Ptr currentItem;
@@ -41,6 +42,9 @@ class PXSelectFileTypeViewCtl {
     // Puts the chooser into a save panel request. The panel shows the view: it reports the
     // first entry at once and every later choice. The controller must outlive the panel.
     void attachTo(platform::Ui::SaveRequest& request);
+
+  private:
+    bool m_withIcons;
 };
 
 } // namespace px

@@ -92,7 +92,7 @@ class Ui {
     virtual std::optional<Color> pickColor() = 0;
 
     // --- Progress window ----------------------------------------------------------------
-    // The window is drawn by the host; the model (PXLoadingWinCtl) reports what it shows.
+    // The window is drawn by the host; the model (ProgressModel) reports what it shows.
     // `onCancel` is called on the main queue, never inside a Ui call, when the user cancels.
     struct Progress {
         std::string text;               // the line under the bar

@@ -114,8 +114,18 @@ void syncOnMain(const Task& task) {
     if (std::exception_ptr failure = std::move(handover->failure)) std::rethrow_exception(failure);
 }
 
+IdleWaiter& idleWaiter() {
+    static IdleWaiter waiter;
+    return waiter;
+}
+
+void setIdleWaiter(IdleWaiter waiter) {
+    idleWaiter() = std::move(waiter);
+}
+
 void runUntilIdle() {
     markIfNoneMarked();
+    if (idleWaiter() && isMainThread()) return idleWaiter()([] { return isIdle(); });
     mainQueue().runUntilIdle([] { return !backgroundIsIdle(); });
 }
 

@@ -42,6 +42,10 @@ int runPendingOnce();
 // the due time of the next delayed task, or none.
 void setMainQueueWake(Task wake);
 std::optional<std::chrono::steady_clock::time_point> nextMainQueueTurn();
+// For such a host: runUntilIdle on the main thread hands its wait to `waiter`, which runs the
+// host's loop until `idle` answers true. An empty waiter restores the plain wait.
+using IdleWaiter = std::function<void(const std::function<bool()>& idle)>;
+void setIdleWaiter(IdleWaiter waiter);
 
 // True when neither queue holds work, delayed work included, and no background task runs.
 bool isIdle();

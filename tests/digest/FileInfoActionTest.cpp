@@ -1,6 +1,6 @@
 #include "ActionFixture.h"
-#include "config/Localization.h"
 #include "media/Digest.h"
+#include "support/Localization.h"
 #include "support/Queues.h"
 
 #include <filesystem>
@@ -16,10 +16,7 @@ class FileInfoActionTest : public ActionFixture {
                 const std::string& answer) {
         select(std::move(selection));
         if (!answer.empty()) ui->answer(answer);
-        auto item = std::make_shared<PXMenuItem>();
-        item->key = key;
-        item->tag = tag;
-        sync->copyfileInfo(item);
+        commands::copyFileInfo(sync.cx(), *PXMenuItem::create(key), static_cast<std::size_t>(tag));
         queue::runUntilIdle(); // the digest runs on the background queue
     }
     static std::string tool(const std::string& program, const std::string& path) {

@@ -3,6 +3,7 @@
 #include "GuiSession.h"
 
 #include <filesystem>
+#include <random>
 
 using namespace px::test;
 
@@ -44,8 +45,14 @@ TEST_F(DrivenModeTest, CompressWithPasswordAndHalfWayCancel) {
         [&] { EXPECT_TRUE(exists(zip)); }, [&] { removeAll(out.path()); });
     // Enough files for several progress steps; Cancel once half is done: no archive is left.
     Strings many;
-    for (int index = 0; index < 40; ++index)
-        many.push_back(work.write("big/f" + std::to_string(index), std::string(1 << 18, 'x')));
+    // Contents that do not shrink, so that the deflating takes long enough to be cancelled.
+    std::mt19937 noise(7);
+    for (int index = 0; index < 40; ++index) {
+        std::string bytes(1 << 18, '\0');
+        for (char& byte : bytes)
+            byte = static_cast<char>(noise());
+        many.push_back(work.write("big/f" + std::to_string(index), bytes));
+    }
     expectSameTranscripts(
         {"Encrypted Compression"}, request(0, work.path(), {work / "big"}),
         "save " + out / "big.zip" + " password pw\nstop 50\n",

@@ -1,5 +1,6 @@
 #include "platform/linux/TerminalServices.h"
 
+#include "platform/MemorySettings.h"
 #include "support_files/RecordingProgram.h"
 
 #include <algorithm>
@@ -91,6 +92,24 @@ TEST_F(TerminalServicesTest, MissingTerminalsAndUnknownServicesDoNothing) {
     EXPECT_FALSE(alone.performService("New Terminal at Folder", {folder}));
     usleep(200 * 1000);
     EXPECT_TRUE(runs(0).empty());
+}
+
+} // namespace
+
+namespace {
+
+TEST_F(TerminalServicesTest, TheTerminalPreferenceWinsAndTheChoicesAreTheInstalledEmulators) {
+    auto suite = std::make_shared<platform::MemorySettings>();
+    TerminalServices services(nullptr, TerminalServices::preferenceIn(suite, "terminal"));
+    install("konsole");
+    install("xterm");
+    ScopedEnv chosen("TERMINAL", "konsole");
+    EXPECT_EQ(TerminalServices::installedEmulators(), (Strings{"konsole", "xterm"}));
+
+    suite->setString("terminal", "xterm");
+    EXPECT_EQ(services.defaultTerminal()->emulator, "xterm");
+    suite->setString("terminal", "not-installed");
+    EXPECT_EQ(services.defaultTerminal()->emulator, "konsole") << "then $TERMINAL";
 }
 
 } // namespace

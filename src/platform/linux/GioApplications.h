@@ -19,7 +19,11 @@ class GioApplications final : public Applications {
   public:
     bool openWithApplication(const std::string& appName,
                              const std::vector<std::string>& paths) override;
+    bool launchDesktopEntry(const std::string& desktopId) override;
 };
+
+// True when `appName` finds an installed application the way openWithApplication finds it.
+bool isApplicationInstalled(const std::string& appName);
 
 // The desktop-file ids tried for an application name, in order and without repeats:
 // "<name>.desktop", then lower-cased, then lower-cased without blanks, then with blanks as

@@ -1,9 +1,8 @@
 #include "platform/linux/TerminalServices.h"
 
-#include "actions/FileHash.h"
-#include "config/PXMenuManager.h"
-#include "platform/linux/ProcessSpawn.h"
 #include "platform/linux/TerminalTable.h"
+#include "support/FileHash.h"
+#include "support/ProcessSpawn.h"
 
 #include <climits>
 #include <cstdio>
@@ -89,10 +88,6 @@ std::optional<std::string> folderFor(const std::string& path) {
     return std::nullopt;
 }
 
-std::optional<std::string> sharedPreference() {
-    return PXMenuManager::sharedDefaults().stringForKey("second terminal");
-}
-
 bool openTerminalAt(const Terminal& terminal, const std::string& path, bool tab) {
     auto folder = folderFor(path);
     if (!folder) {
@@ -107,10 +102,13 @@ bool openTerminalAt(const Terminal& terminal, const std::string& path, bool tab)
 
 } // namespace
 
-TerminalServices::TerminalServices() : TerminalServices(sharedPreference) {}
+TerminalServices::Preference TerminalServices::preferenceIn(std::shared_ptr<Settings> suite,
+                                                            std::string key) {
+    return [suite = std::move(suite), key = std::move(key)] { return suite->stringForKey(key); };
+}
 
-TerminalServices::TerminalServices(Preference secondTerminal)
-    : m_secondTerminal(std::move(secondTerminal)) {}
+TerminalServices::TerminalServices(Preference secondTerminal, Preference terminal)
+    : m_secondTerminal(std::move(secondTerminal)), m_terminal(std::move(terminal)) {}
 
 bool TerminalServices::performService(const std::string& name,
                                       const std::vector<std::string>& paths) {
@@ -127,7 +125,10 @@ bool TerminalServices::performService(const std::string& name,
     return allStarted;
 }
 
-std::optional<Terminal> TerminalServices::defaultTerminal() {
+std::optional<Terminal> TerminalServices::defaultTerminal() const {
+    auto preferred = m_terminal ? m_terminal() : std::nullopt;
+    if (preferred && filehash::isValid(*preferred))
+        if (auto terminal = locateAndIdentify(*preferred)) return terminal;
     const char* chosen = std::getenv("TERMINAL");
     if (chosen && filehash::isValid(chosen))
         if (auto terminal = locateAndIdentify(chosen)) return terminal;
@@ -148,6 +149,13 @@ std::optional<Terminal> TerminalServices::secondTerminal() const {
         if (!first || !sameTerminal(*first, candidate)) return candidate;
     }
     return std::nullopt;
+}
+
+std::vector<std::string> TerminalServices::installedEmulators() {
+    std::vector<std::string> installed;
+    for (const auto& emulator : terminal::knownEmulators())
+        if (locate(emulator)) installed.push_back(emulator);
+    return installed;
 }
 
 std::vector<std::string> TerminalServices::command(const Terminal& terminal,
