@@ -91,6 +91,12 @@ TEST_F(ExtensionProcessTest, BadInputGetsAClearAnswerAndTheProcessKeepsServing) 
     ProcessResult result = gui(unknown);
     EXPECT_EQ(result.exitStatus, 4);
     EXPECT_NE(result.err.find("no menu entry has the tag 987654"), std::string::npos);
+    // The keys of the entry the host showed travel with the request: other keys, nothing runs.
+    Strings changed = args;
+    changed.insert(changed.begin() + 4, {"--wait", "--key", "Delete"});
+    result = gui(changed);
+    EXPECT_EQ(result.exitStatus, 5) << result.err;
+    EXPECT_NE(result.err.find("has changed since the menu was shown"), std::string::npos);
     Strings vanished = args;
     vanished.back() = work / "gone.txt";
     vanished.insert(vanished.begin() + 4, "--wait");
