@@ -189,3 +189,23 @@ TEST(MainQueueSeams, WakeCallbackAndNextTurnLetAnotherLoopPump) {
     queue.wake();
     EXPECT_EQ(wakes, 3);
 }
+
+// A host with its own loop takes over runUntilIdle's wait: the waiter runs until the work that
+// background jobs post back is done.
+TEST(IdleWaiterSeam, RunUntilIdleHandsItsWaitToTheHostsLoop) {
+    using namespace px::queue;
+    markMainThread();
+    int waits = 0;
+    setIdleWaiter([&](const std::function<bool()>& idle) {
+        ++waits;
+        while (!idle())
+            runPendingOnce();
+    });
+    std::atomic<bool> ranBack = false;
+    enterBackground([&] { enterForeground([&] { ranBack = true; }); });
+    runUntilIdle();
+    setIdleWaiter({});
+    EXPECT_EQ(waits, 1);
+    EXPECT_TRUE(ranBack);
+    EXPECT_TRUE(isIdle());
+}
