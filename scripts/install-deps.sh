@@ -9,7 +9,7 @@ packages=(
     libdeflate-dev zlib1g-dev libssl-dev 7zip libarchive-tools unzip time libgdk-pixbuf-2.0-dev
     libvips-dev libqpdf-dev libpoppler-cpp-dev libvips-tools imagemagick poppler-utils qpdf
     python3-pil file
-    qt6-base-dev libqt6svg6 adwaita-icon-theme fonts-wqy-microhei xvfb xdotool
+    qt6-base-dev libqt6svg6 adwaita-icon-theme fonts-wqy-microhei xvfb xdotool xclip dbus dbus-x11
     dpkg-dev lintian appstream desktop-file-utils bash-completion man-db strace
 )
 

@@ -12,6 +12,9 @@ enum ExitStatus {
     kTagNotFound = 4,
     // `--key` named another entry than the one now at the tag: nothing ran.
     kEntryChanged = 5,
+    // `--ui gui` found no extension process to take the request (none could be started, or it
+    // refused the request).
+    kHandOffFailed = 6,
 };
 
 // A command's outcome, set by its callback and returned by main.

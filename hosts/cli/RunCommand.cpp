@@ -1,5 +1,6 @@
 // pxmenu run: choose a menu entry by its tag and carry out its command.
 #include "Commands.h"
+#include "HandOff.h"
 #include "Request.h"
 #include "actions/RunRequest.h"
 #include "platform/linux/GioApplications.h"
@@ -9,10 +10,12 @@
 #include "platform/linux/TerminalUi.h"
 #include "platform/linux/TranscriptPasteboard.h"
 #include "platform/linux/UserStore.h"
+#include "support/FileIO.h"
 
 #include <cstdio>
 #include <fmt/format.h>
 #include <iostream>
+#include <unistd.h>
 
 namespace px::cli {
 
@@ -32,10 +35,6 @@ bool useUi(platform::Platform& services, const std::string& mode) {
         useScriptedUi(services, mode.substr(7));
         return false;
     }
-    if (mode == "gui")
-        throw UsageError(
-            "--ui gui needs the graphical extension process, which this build does not include; "
-            "use --ui terminal or --ui script:FILE");
     if (mode != "terminal") throw UsageError(fmt::format("unknown --ui mode '{}'", mode));
     services.ui = std::make_shared<platform::TerminalUi>();
     services.pasteboard = std::make_shared<platform::TranscriptPasteboard>(std::cout);
@@ -48,6 +47,53 @@ platform::Platform desktopServices() {
     services.applications = std::make_shared<platform::GioApplications>();
     services.standardDefaults = platform::openStandardDefaults();
     return services;
+}
+
+// `--ui gui`: the request goes to the session's extension process, which shows the windows.
+int handOffToExtension(const RequestOptions& request, std::int64_t tag, bool wait,
+                       const std::string& driveScript) {
+    handoff::Request frame;
+    frame.arguments = {"run",
+                       "--tag",
+                       std::to_string(tag),
+                       "--kind",
+                       std::to_string(request.kind),
+                       "--target",
+                       absolutePath(request.target)};
+    for (const auto& key : request.keys) {
+        frame.arguments.push_back("--key");
+        frame.arguments.push_back(key);
+    }
+    frame.arguments.push_back("--");
+    for (const auto& path : request.paths)
+        frame.arguments.push_back(absolutePath(path));
+    frame.folder = absolutePath("");
+    frame.environment = handoff::carriedEnvironment(environ);
+    frame.wait = wait;
+    if (!driveScript.empty()) {
+        auto text = io::readWholeFile(driveScript);
+        if (text.isError()) throw UsageError(text.error().message);
+        frame.script = text.releaseValue();
+        if (frame.script.empty()) frame.script = "\n";
+    }
+    auto reply = handoff::handOff(frame, handoff::extensionProgram());
+    if (reply.isError()) {
+        std::fprintf(stderr, "pxmenu: %s\n", reply.error().message.c_str());
+        return kHandOffFailed;
+    }
+    switch (reply.value().kind) {
+    case handoff::Reply::Kind::Accepted:
+        return 0;
+    case handoff::Reply::Kind::Refused:
+        std::fprintf(stderr, "pxmenu: the extension process refused the request: %s\n",
+                     reply.value().message.c_str());
+        return kHandOffFailed;
+    case handoff::Reply::Kind::Finished:
+        break;
+    }
+    std::fwrite(reply.value().transcript.data(), 1, reply.value().transcript.size(), stdout);
+    std::fwrite(reply.value().errors.data(), 1, reply.value().errors.size(), stderr);
+    return reply.value().status;
 }
 
 } // namespace
@@ -63,7 +109,19 @@ void addRunCommand(CLI::App& app, Outcome& outcome) {
                     "The keys of the entry and its parents, top first (repeat the option); "
                     "nothing runs when the entry at the tag has other keys");
     run->add_option("--ui", ui, "terminal, script:FILE or gui");
+    static bool wait = false;
+    static std::string drive;
+    run->add_flag("--wait", wait,
+                  "With --ui gui: stay until the work is over, print the transcript and return "
+                  "the command's exit status");
+    run->add_option("--drive", drive,
+                    "With --ui gui: answer the real windows from this prompt script");
     run->callback([&outcome] {
+        if (ui == "gui") {
+            outcome.status = handOffToExtension(request, tag, wait, drive);
+            return;
+        }
+        if (wait || !drive.empty()) throw UsageError("--wait and --drive go with --ui gui");
         platform::Platform services = desktopServices();
         const bool inTerminal = useUi(services, ui);
         Request::Options options = request.toRequest(std::move(services));

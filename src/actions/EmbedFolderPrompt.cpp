@@ -20,7 +20,7 @@ bool EmbedFolderPrompt::isUsableName(const std::string& name) {
 void EmbedFolderPrompt::open() {
     m_open = true;
     while (m_open) {
-        auto answer = m_ui.runEmbedDialog({foldIntoInput, modeTitles()});
+        auto answer = m_ui.runEmbedDialog({foldIntoInput, modeTitles(), isUsableName});
         if (!answer) return onCancel();
         foldIntoInput = answer->name; // the field keeps what was typed
         onSure(answer->name, answer->mode);

@@ -1,5 +1,6 @@
 #include "actions/PXSelectFileTypeViewCtl.h"
 
+#include "actions/NewFile.h"
 #include "config/PXMenuManager.h"
 #include "support/Localization.h"
 
@@ -13,8 +14,20 @@ std::string PXSelectFileTypeViewCtl::tipLabel() {
     return localized("File Type") + ":";
 }
 
+std::string PXSelectFileTypeViewCtl::entryTitle(const PXMenuItem& item) {
+    const std::string& extension = item.ext.empty() ? item.key : item.ext;
+    return item.menuTitle() + " (." + extension + ")";
+}
+
 std::vector<PXSelectFileTypeViewCtl::Entry> PXSelectFileTypeViewCtl::entries() const {
-    return platform::fileTypeEntries(fileArray, m_withIcons);
+    std::vector<Entry> result;
+    for (std::size_t index = 0; index < fileArray.size(); ++index) {
+        const auto& item = fileArray[index];
+        if (!item || item->isSpecialFile || item->isNewFileFromWindow()) continue;
+        result.push_back({index, entryTitle(*item), newfile::effectiveExtension(*item),
+                          m_withIcons ? item->menuIcon() : ""});
+    }
+    return result;
 }
 
 void PXSelectFileTypeViewCtl::loadView() {
@@ -34,12 +47,9 @@ void PXSelectFileTypeViewCtl::selectItem(const PXMenuItem::Ptr& item) {
 }
 
 void PXSelectFileTypeViewCtl::attachTo(platform::Ui::SaveRequest& request) {
-    request.fileTypes = fileArray;
-    request.offeredTypeIndexes.clear();
-    for (const auto& entry : entries())
-        request.offeredTypeIndexes.push_back(entry.tag);
-    request.onTypeChosen = [this](const PXMenuItem::Ptr& item) { selectItem(item); };
-    if (request.offeredTypeIndexes.empty()) selectItem(nullptr);
+    request.fileTypes = entries();
+    request.onTypeChosen = [this](std::size_t tag) { onSelectItem(tag); };
+    if (request.fileTypes.empty()) selectItem(nullptr);
 }
 
 } // namespace px

@@ -2,7 +2,6 @@
 
 #include "config/PXMenuItem.h"
 #include "config/PXMenuManager.h"
-#include "platform/PromptSupport.h"
 #include "platform/Ui.h"
 
 #include <functional>
@@ -17,7 +16,7 @@ namespace px {
 // `fileArray`. Every choice sets `currentItem` and is reported to `selectHandler`.
 class PXSelectFileTypeViewCtl {
   public:
-    using Entry = platform::FileTypeEntry;
+    using Entry = platform::Ui::FileType;
 
     explicit PXSelectFileTypeViewCtl(const PXMenuManager& store);
 
@@ -27,7 +26,11 @@ class PXSelectFileTypeViewCtl {
 
     // "File Type:" in the user's language.
     static std::string tipLabel();
-    // The pop-up's entries; without icons when "pref check4" is on.
+    // "<menu title> (.<extension>)", with the key when the item has no extension.
+    static std::string entryTitle(const PXMenuItem& item);
+    // The pop-up's entries; without icons when "pref check4" is on. Special files and the "New
+    // File From Window" entry are left out; the others keep their index as tag, so tags can
+    // have gaps.
     std::vector<Entry> entries() const;
 
     // Loading the view: builds the pop-up and reports its first entry (none when it is empty).

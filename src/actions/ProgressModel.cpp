@@ -16,18 +16,20 @@ constexpr int kSuccessSeconds = 1;
 void ProgressModel::open() {
     m_tip = localized("Please Wait Tip");
     m_cancelShown = false;
-    if (m_open) return;
-    m_open = true;
-    m_ui.progressOpen([weak = weak_from_this()] {
-        if (auto self = weak.lock(); self && self->m_open) self->onCancel();
-    });
+    if (!m_open) {
+        m_open = true;
+        m_ui.progressOpen([weak = weak_from_this()] {
+            if (auto self = weak.lock(); self && self->m_open) self->onCancel();
+        });
+    }
+    m_ui.progressShow({m_tip, std::nullopt, false, false});
 }
 
 void ProgressModel::setPercent(double value) {
     percent = value;
     m_cancelShown = true;
     m_tip = fmt::format("{:.1f}%", value * 100);
-    if (m_open) m_ui.progressSetPercent(value);
+    if (m_open) m_ui.progressShow({m_tip, value, true, false});
 }
 
 void ProgressModel::close() {
@@ -41,7 +43,7 @@ void ProgressModel::showSuccess(const std::string& text, std::function<void()> c
     open();
     m_successShown = true;
     m_tip = text;
-    m_ui.progressSuccess(text);
+    m_ui.progressShow({text, std::nullopt, false, true});
     queue::enterForegroundWithDelay(kSuccessSeconds,
                                     [self = shared_from_this(), complete = std::move(complete)] {
                                         self->close();

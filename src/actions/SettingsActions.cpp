@@ -4,13 +4,11 @@
 #include "support/BuildConfig.h"
 #include "support/Localization.h"
 
-#include <fmt/format.h>
-
 namespace px::commands {
 
 void openSettings(ActionContext& cx) {
     if (!cx.request.applications().launchDesktopEntry("pxmenu-settings.desktop"))
-        fmt::print(stderr, "pxmenu: the settings application pxmenu-settings is not installed\n");
+        alert::alertWithMsg(cx.ui(), localized("Settings Missing Tip"));
 }
 
 void offerReview(ActionContext& cx) {

@@ -16,8 +16,7 @@ class NullUi final : public Ui {
     std::optional<EmbedResult> runEmbedDialog(const EmbedRequest&) override { return std::nullopt; }
     std::optional<Color> pickColor() override { return std::nullopt; }
     void progressOpen(std::function<void()>) override {}
-    void progressSetPercent(double) override {}
-    void progressSuccess(const std::string&) override {}
+    void progressShow(const Progress&) override {}
     void progressClose() override {}
 };
 

@@ -18,19 +18,12 @@ int alertCancelResult(const Ui::Alert& alert) {
     return kFirstAlertButton + alertButtonCount(alert) - 1;
 }
 
-std::string fileTypeTitle(const PXMenuItem& item) {
-    const std::string& extension = item.ext.empty() ? item.key : item.ext;
-    return item.menuTitle() + " (." + extension + ")";
-}
-
-std::vector<FileTypeEntry> fileTypeEntries(const PXMenuItem::List& items, bool withIcons) {
-    std::vector<FileTypeEntry> entries;
-    for (std::size_t index = 0; index < items.size(); ++index) {
-        const auto& item = items[index];
-        if (!item || item->isSpecialFile || item->isNewFileFromWindow()) continue;
-        entries.push_back({index, fileTypeTitle(*item), withIcons ? item->menuIcon() : ""});
-    }
-    return entries;
+std::string overwriteQuestion(const std::string& path) {
+    const auto slash = path.find_last_of('/');
+    std::string text = localized("Save Replace Tip");
+    const std::string name = slash == std::string::npos ? path : path.substr(slash + 1);
+    if (auto at = text.find("%@"); at != std::string::npos) text.replace(at, 2, name);
+    return text;
 }
 
 std::string resolvedPanelPath(const std::string& path, const std::string& directory) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "config/PXMenuItem.h"
 #include "platform/Ui.h"
 
 #include <cstddef>
@@ -19,18 +18,8 @@ int alertButtonCount(const Ui::Alert& alert);
 // last button.
 int alertCancelResult(const Ui::Alert& alert);
 
-// One entry of the file-type chooser.
-struct FileTypeEntry {
-    std::size_t tag = 0; // the item's index in the item list
-    std::string title;   // "<menu title> (.<extension>)"
-    std::string icon;    // the item's icon, empty when the chooser shows none
-};
-
-// "<menu title> (.<ext>)", with the key when the item has no extension.
-std::string fileTypeTitle(const PXMenuItem& item);
-// The entries offered for `items`: special files and the "New File From Window" entry are left
-// out; the others keep their index as tag, so tags can have gaps.
-std::vector<FileTypeEntry> fileTypeEntries(const PXMenuItem::List& items, bool withIcons);
+// The question a save panel asks before it answers a path where something exists.
+std::string overwriteQuestion(const std::string& path);
 
 // A relative path typed into a panel is taken inside the panel's folder.
 std::string resolvedPanelPath(const std::string& path, const std::string& directory);

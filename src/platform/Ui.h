@@ -1,7 +1,6 @@
 #pragma once
 
-#include "config/PXMenuItem.h"
-
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -26,17 +25,26 @@ class Ui {
     virtual int runAlert(const Alert& alert) = 0;
 
     // --- Save panel ---------------------------------------------------------------------
+    struct FileType {
+        std::size_t tag = 0;   // what `choose N` names; tags can have gaps
+        std::string title;     // shown in the pop-up
+        std::string extension; // put on the name when the entry is chosen; may be empty
+        std::string icon;      // icon-theme name or file; empty for none
+    };
     struct SaveRequest {
         std::string directory;          // where the panel starts
         std::string name;               // the proposed file name
         std::string message;            // optional text above the panel
         bool passwordAccessory = false; // shows a password field (compression)
-        // The file-type chooser: the entries offered, their indexes in `fileTypes` (the item
-        // list) kept; empty when the panel has no chooser. `onTypeChosen` is called with the
-        // chosen entry at once for the first offered entry and again on every change.
-        PXMenuItem::List fileTypes;
-        std::vector<std::size_t> offeredTypeIndexes;
-        std::function<void(const PXMenuItem::Ptr&)> onTypeChosen;
+        // The file-type chooser's entries in order; empty when the panel has no chooser.
+        // `onTypeChosen` is called with the chosen entry's tag at once for the first entry and
+        // again on every change; a window also puts the entry's extension on the typed name.
+        std::vector<FileType> fileTypes;
+        std::function<void(std::size_t tag)> onTypeChosen;
+        // Whether the panel asks before it answers a path where something already exists
+        // (the question is overwriteQuestion(path) of PromptSupport.h). Answering "save PATH"
+        // in a script includes saying yes to it.
+        bool confirmsOverwrite = true;
     };
     struct SaveResult {
         std::string path;
@@ -67,6 +75,9 @@ class Ui {
     struct EmbedRequest {
         std::string defaultName;        // the folder name field
         std::vector<std::string> modes; // the mode pop-up's titles
+        // Whether a name may be confirmed; a window keeps its OK button off while it fails.
+        // Absent: every name may.
+        std::function<bool(const std::string&)> nameCheck;
     };
     struct EmbedResult {
         int mode = 0; // index into `modes`
@@ -80,12 +91,17 @@ class Ui {
     };
     virtual std::optional<Color> pickColor() = 0;
 
-    // --- Progress window model ----------------------------------------------------------
-    // The window is drawn by the host; the model reports to it. `onCancel` is called on the
-    // main queue when the user cancels from the window.
+    // --- Progress window ----------------------------------------------------------------
+    // The window is drawn by the host; the model (ProgressModel) reports what it shows.
+    // `onCancel` is called on the main queue, never inside a Ui call, when the user cancels.
+    struct Progress {
+        std::string text;               // the line under the bar
+        std::optional<double> fraction; // 0..1; absent: the bar runs without a value
+        bool cancelShown = false;
+        bool success = false; // the success picture instead of the bar
+    };
     virtual void progressOpen(std::function<void()> onCancel) = 0;
-    virtual void progressSetPercent(double fraction) = 0; // 0..1
-    virtual void progressSuccess(const std::string& text) = 0;
+    virtual void progressShow(const Progress& progress) = 0;
     virtual void progressClose() = 0;
 };
 

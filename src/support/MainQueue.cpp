@@ -8,7 +8,7 @@ void MainQueue::post(Task task) {
         m_schedule.push(std::move(task));
         ++m_generation;
     }
-    m_changed.notify_all();
+    changed();
 }
 
 TaskId MainQueue::postAt(Clock::time_point due, Task task) {
@@ -18,7 +18,7 @@ TaskId MainQueue::postAt(Clock::time_point due, Task task) {
         id = m_schedule.pushAt(due, std::move(task));
         ++m_generation;
     }
-    m_changed.notify_all();
+    changed();
     return id;
 }
 
@@ -73,7 +73,29 @@ void MainQueue::wake() {
         std::lock_guard lock(m_mutex);
         ++m_generation;
     }
+    changed();
+}
+
+void MainQueue::changed() {
     m_changed.notify_all();
+    std::shared_ptr<std::function<void()>> callback;
+    {
+        std::lock_guard lock(m_mutex);
+        callback = m_wakeCallback;
+    }
+    if (callback && *callback) (*callback)();
+}
+
+void MainQueue::setWakeCallback(std::function<void()> callback) {
+    auto shared = std::make_shared<std::function<void()>>(std::move(callback));
+    std::lock_guard lock(m_mutex);
+    m_wakeCallback = std::move(shared);
+}
+
+std::optional<Clock::time_point> MainQueue::nextTurn() const {
+    std::lock_guard lock(m_mutex);
+    if (m_schedule.hasReady()) return Clock::now();
+    return m_schedule.nextDue();
 }
 
 bool MainQueue::isEmpty() const {

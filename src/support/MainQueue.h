@@ -4,6 +4,7 @@
 
 #include <condition_variable>
 #include <functional>
+#include <memory>
 #include <mutex>
 
 namespace px::queue {
@@ -28,16 +29,26 @@ class MainQueue {
     // Makes a waiting runUntilIdle look again.
     void wake();
 
+    // For a foreign event loop that pumps this queue: the callback is called, from whichever
+    // thread posts, after every post and wake(); it must only arrange for the loop to look
+    // (never run tasks inline). Empty: none.
+    void setWakeCallback(std::function<void()> callback);
+    // When the loop should pump next: now when tasks are ready, the next delayed task's due
+    // time, or none when the queue is empty.
+    std::optional<Clock::time_point> nextTurn() const;
+
     bool isEmpty() const;
 
   private:
     void waitForWork(std::unique_lock<std::mutex>& lock, const std::function<bool()>& otherWork);
+    void changed();
 
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
     TaskSchedule m_schedule;
     // Counts every change of the schedule and every wake(), so a waiter notices any of them.
     std::uint64_t m_generation = 0;
+    std::shared_ptr<std::function<void()>> m_wakeCallback;
 };
 
 // The process-wide main queue.

@@ -114,14 +114,32 @@ void syncOnMain(const Task& task) {
     if (std::exception_ptr failure = std::move(handover->failure)) std::rethrow_exception(failure);
 }
 
+IdleWaiter& idleWaiter() {
+    static IdleWaiter waiter;
+    return waiter;
+}
+
+void setIdleWaiter(IdleWaiter waiter) {
+    idleWaiter() = std::move(waiter);
+}
+
 void runUntilIdle() {
     markIfNoneMarked();
+    if (idleWaiter() && isMainThread()) return idleWaiter()([] { return isIdle(); });
     mainQueue().runUntilIdle([] { return !backgroundIsIdle(); });
 }
 
 int runPendingOnce() {
     markIfNoneMarked();
     return mainQueue().runPendingOnce();
+}
+
+void setMainQueueWake(Task wake) {
+    mainQueue().setWakeCallback(std::move(wake));
+}
+
+std::optional<std::chrono::steady_clock::time_point> nextMainQueueTurn() {
+    return mainQueue().nextTurn();
 }
 
 bool isIdle() {

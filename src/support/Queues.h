@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 
 // The two queues all work runs on: the main queue (a run loop the host pumps; windows, alerts
@@ -35,6 +36,17 @@ void runUntilIdle();
 // Runs the main-queue tasks that are due now; answers how many ran. Tasks they post wait for
 // the next call.
 int runPendingOnce();
+// For a host whose own event loop pumps the main queue (with runPendingOnce): `wake` is called
+// from any thread whenever main-queue work is posted or background work ends; it must only
+// arrange for the loop to pump soon. The next turn is when the loop should pump again: now,
+// the due time of the next delayed task, or none.
+void setMainQueueWake(Task wake);
+std::optional<std::chrono::steady_clock::time_point> nextMainQueueTurn();
+// For such a host: runUntilIdle on the main thread hands its wait to `waiter`, which runs the
+// host's loop until `idle` answers true. An empty waiter restores the plain wait.
+using IdleWaiter = std::function<void(const std::function<bool()>& idle)>;
+void setIdleWaiter(IdleWaiter waiter);
+
 // True when neither queue holds work, delayed work included, and no background task runs.
 bool isIdle();
 

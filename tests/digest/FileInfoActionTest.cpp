@@ -1,6 +1,9 @@
 #include "ActionFixture.h"
 #include "media/Digest.h"
 #include "support/Localization.h"
+#include "support/Queues.h"
+
+#include <filesystem>
 
 namespace px::test {
 namespace {
@@ -14,6 +17,7 @@ class FileInfoActionTest : public ActionFixture {
         select(std::move(selection));
         if (!answer.empty()) ui->answer(answer);
         commands::copyFileInfo(sync.cx(), *PXMenuItem::create(key), static_cast<std::size_t>(tag));
+        queue::runUntilIdle(); // the digest runs on the background queue
     }
     static std::string tool(const std::string& program, const std::string& path) {
         auto result = runProcess({program, "--", path});
@@ -49,6 +53,24 @@ TEST_F(FileInfoActionTest, AFolderShowsNoDialogAndAVanishedFileAnEmptyDigest) {
     EXPECT_EQ(ui->alerts()[0].informative, "");
     EXPECT_EQ(pasteboard->string(), "kept");
     EXPECT_EQ(pasteboard->writes().size(), 1u);
+}
+
+TEST_F(FileInfoActionTest, ALargeFileIsDigestedBehindTheWaitingProgressWindow) {
+    const std::string small = work.write("small", "s");
+    digest({small}, "MD5", 0, "button 1001");
+    EXPECT_TRUE(ui->progress().empty()) << "a small file shows no window";
+
+    const std::string large = work / "large.img";
+    std::filesystem::resize_file(work.write("large.img", ""), std::uintmax_t{40} << 20);
+    digest({large}, "MD5", 0, "button 1001");
+    using Kind = platform::FakeUi::ProgressEvent::Kind;
+    ASSERT_EQ(ui->progress().size(), 2u);
+    EXPECT_EQ(ui->progress().front().kind, Kind::Open);
+    EXPECT_EQ(ui->progress().back().kind, Kind::Close) << "closed before the result shows";
+    ASSERT_TRUE(ui->lastProgressShown());
+    EXPECT_FALSE(ui->lastProgressShown()->fraction) << "the bar runs without a value";
+    EXPECT_FALSE(ui->lastProgressShown()->cancelShown);
+    EXPECT_EQ(ui->alerts().back().informative, tool("md5sum", large));
 }
 
 } // namespace

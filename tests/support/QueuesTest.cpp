@@ -1,5 +1,7 @@
 #include "support/Queues.h"
 
+#include "support/MainQueue.h"
+
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -164,3 +166,46 @@ TEST_F(QueuesTest, TasksPostedFromManyThreadsAllRunInEachPostersOrder) {
 
 } // namespace
 } // namespace px::queue
+
+// What a foreign event loop needs: a wake from any posting thread and the time to pump next.
+TEST(MainQueueSeams, WakeCallbackAndNextTurnLetAnotherLoopPump) {
+    using namespace std::chrono_literals;
+    px::queue::MainQueue queue;
+    std::atomic<int> wakes = 0;
+    queue.setWakeCallback([&] { ++wakes; });
+    EXPECT_FALSE(queue.nextTurn()) << "an empty queue has no next turn";
+
+    const auto due = px::queue::Clock::now() + 1h;
+    const auto delayed = queue.postAt(due, [] {});
+    EXPECT_EQ(queue.nextTurn(), due);
+    std::thread([&] { queue.post([] {}); }).join();
+    EXPECT_EQ(wakes, 2);
+    const auto turn = queue.nextTurn();
+    EXPECT_LE(turn, px::queue::Clock::now()) << "ready work is due now";
+    EXPECT_EQ(queue.runPendingOnce(), 1);
+    EXPECT_EQ(queue.nextTurn(), due);
+    queue.cancel(delayed);
+    EXPECT_FALSE(queue.nextTurn());
+    queue.wake();
+    EXPECT_EQ(wakes, 3);
+}
+
+// A host with its own loop takes over runUntilIdle's wait: the waiter runs until the work that
+// background jobs post back is done.
+TEST(IdleWaiterSeam, RunUntilIdleHandsItsWaitToTheHostsLoop) {
+    using namespace px::queue;
+    markMainThread();
+    int waits = 0;
+    setIdleWaiter([&](const std::function<bool()>& idle) {
+        ++waits;
+        while (!idle())
+            runPendingOnce();
+    });
+    std::atomic<bool> ranBack = false;
+    enterBackground([&] { enterForeground([&] { ranBack = true; }); });
+    runUntilIdle();
+    setIdleWaiter({});
+    EXPECT_EQ(waits, 1);
+    EXPECT_TRUE(ranBack);
+    EXPECT_TRUE(isIdle());
+}

@@ -1,4 +1,4 @@
-#include "platform/linux/ScriptAnswer.h"
+#include "platform/prompt/ScriptAnswer.h"
 
 #include <gtest/gtest.h>
 

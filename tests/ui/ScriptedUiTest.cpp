@@ -2,6 +2,7 @@
 
 #include "platform/linux/TranscriptPasteboard.h"
 #include "support/Localization.h"
+#include "support/Queues.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -60,9 +61,9 @@ TEST_F(ScriptedUiTest, AnswersThatDoNotFitTheirPromptEndTheRunWithAMessage) {
     EXPECT_EQ(ui.runAlert(kDelete), 1001);
     EXPECT_FALSE(ui.runOpenPanel({"/home", "Choose", "", false, true}));
     EXPECT_FALSE(ui.pickColor());
-    EXPECT_FALSE(ui.runEmbedDialog({"Folder", {"All"}}));
+    EXPECT_FALSE(ui.runEmbedDialog({"Folder", {"All"}, {}}));
     EXPECT_FALSE(ui.runSavePanel({"/tmp", "a.zip", "", false, {}, {}, {}}));
-    EXPECT_FALSE(ui.runEmbedDialog({"New Folder", {"All in one", "By extension"}}));
+    EXPECT_FALSE(ui.runEmbedDialog({"New Folder", {"All in one", "By extension"}, {}}));
     EXPECT_FALSE(ui.runSavePanel({"/tmp", "a.zip", "", false, {}, {}, {}}));
     EXPECT_EQ(exits, std::vector<int>(8, 3));
     EXPECT_TRUE(reported("line 1") && reported("button 1002"));
@@ -90,15 +91,39 @@ TEST_F(ScriptedUiTest, PanelsTakePathsRelativeToTheirFolderAndWriteTheirLines) {
 TEST_F(ScriptedUiTest, ProgressLinesAndTextsThatAreNotUtf8) {
     auto& ui = script("cancel");
     ui.progressOpen({});
-    ui.progressSetPercent(0.45678);
-    ui.progressSetPercent(0.4571); // the same to three decimals: no new line
-    ui.progressSetPercent(1.5);
-    ui.progressSuccess("Compression Succeeded");
+    ui.progressShow({"Please wait", std::nullopt, false, false}); // waiting: no line
+    ui.progressShow({"", 0.45678, true, false});
+    ui.progressShow({"", 0.4571, true, false}); // the same to three decimals: no new line
+    ui.progressShow({"", 1.5, true, false});
+    ui.progressShow({"Compression Succeeded", std::nullopt, false, true});
     ui.progressClose();
     ui.runAlert({"Tip", std::string("bad\xff name"), {}});
     EXPECT_TRUE(out.str().starts_with("{\"progress\":0.457}\n{\"progress\":1.0}\n"
                                       "{\"success\":\"Compression Succeeded\"}\n"));
     EXPECT_EQ(lines().back()["informative"], "bad\xEF\xBF\xBD name");
+}
+
+TEST_F(ScriptedUiTest, StopPressesCancelOnceTheShareIsReachedAndNeverInsideTheCall) {
+    auto& ui = script("stop 50\nbutton 1000");
+    int cancels = 0;
+    ui.progressOpen([&] { ++cancels; });
+    const std::vector<std::pair<Ui::Progress, int>> steps{
+        {{"Please wait", std::nullopt, false, false}, 0}, // no Cancel to press yet
+        {{"", 0.2, true, false}, 0},                      // below the share
+        {{"", 0.6, false, false}, 0},                     // Cancel not shown
+        {{"", 0.6, true, false}, 1},
+        {{"", 0.9, true, false}, 1}}; // the line is used up
+    for (const auto& [progress, expected] : steps) {
+        SCOPED_TRACE(progress.fraction.value_or(-1));
+        const int before = cancels;
+        ui.progressShow(progress);
+        EXPECT_EQ(cancels, before) << "Cancel runs on the main queue, not inside progressShow";
+        queue::runUntilIdle();
+        EXPECT_EQ(cancels, expected);
+    }
+    EXPECT_EQ(lines().back(), json({{"progress", 0.6}})) << "nothing is recorded after Cancel";
+    EXPECT_EQ(ui.runAlert(kDelete), 1000) << "the next line answers the next prompt";
+    EXPECT_TRUE(exits.empty());
 }
 
 // Script mode's clipboard lines are checked by the command-line runs.

@@ -52,7 +52,7 @@ TEST_F(TerminalUiTest, EndOfInputCancelsEveryPrompt) {
     EXPECT_EQ(ui.runAlert(kReplace), 1002);
     EXPECT_FALSE(ui.runSavePanel({"/tmp", "a.zip", "", true, {}, {}, {}}));
     EXPECT_FALSE(ui.runOpenPanel({"/tmp", "Choose", "", false, true}));
-    EXPECT_FALSE(ui.runEmbedDialog({"Folder", {"One", "Two"}}));
+    EXPECT_FALSE(ui.runEmbedDialog({"Folder", {"One", "Two"}, {}}));
     EXPECT_FALSE(ui.pickColor());
 }
 
@@ -68,20 +68,19 @@ TEST_F(TerminalUiTest, SaveTakesTheProposalOrAPathInThePanelFolderAndAsksForTheP
 }
 
 TEST_F(TerminalUiTest, SavePanelFileTypeChoice) {
-    Ui::SaveRequest request{"/tmp", "Untitled", "", false, {}, {1, 3}, {}};
-    for (const char* key : {"special", "txt", "New File From Window", "md"})
-        request.fileTypes.push_back(PXMenuItem::create(key));
-    std::vector<std::string> chosen;
-    request.onTypeChosen = [&](const PXMenuItem::Ptr& item) { chosen.push_back(item->key); };
+    Ui::SaveRequest request{"/tmp", "Untitled", "", false, {}, {}, {}};
+    request.fileTypes = {{1, "Text (.txt)", "txt", ""}, {3, "Markdown (.md)", "md", ""}};
+    std::vector<std::size_t> chosen;
+    request.onTypeChosen = [&](std::size_t tag) { chosen.push_back(tag); };
     EXPECT_EQ(typed("2\nnotes.md\n").runSavePanel(request)->path, "/tmp/notes.md");
-    EXPECT_EQ(chosen, (std::vector<std::string>{"txt", "md"}));
+    EXPECT_EQ(chosen, (std::vector<std::size_t>{1, 3}));
 }
 
 TEST_F(TerminalUiTest, OpenEmbedAndColourTakeTheirDefaultsOnAnEmptyLine) {
     auto& ui = typed("\nsub\n2\n\nred\n#FF3300\n1a2b3c\n");
     EXPECT_EQ(ui.runOpenPanel({"/srv", "Authorize", "Allow", false, true}), "/srv");
     EXPECT_EQ(ui.runOpenPanel({"/srv", "Authorize", "Allow", false, true}), "/srv/sub");
-    auto embed = ui.runEmbedDialog({"New Folder", {"All", "By extension"}});
+    auto embed = ui.runEmbedDialog({"New Folder", {"All", "By extension"}, {}});
     EXPECT_EQ(std::to_string(embed->mode) + " " + embed->name, "1 New Folder");
     auto first = ui.pickColor();
     EXPECT_DOUBLE_EQ(first->green, 0.2);
@@ -93,9 +92,9 @@ TEST_F(TerminalUiTest, OpenEmbedAndColourTakeTheirDefaultsOnAnEmptyLine) {
 TEST_F(TerminalUiTest, ProgressBarAndSuccess) {
     auto& ui = typed("");
     ui.progressOpen({});
-    ui.progressSetPercent(0.457);
-    ui.progressSetPercent(1.0);
-    ui.progressSuccess("Compression Succeeded");
+    ui.progressShow({"45.7%", 0.457, true, false});
+    ui.progressShow({"100.0%", 1.0, true, false});
+    ui.progressShow({"Compression Succeeded", std::nullopt, false, true});
     ui.progressClose();
     EXPECT_TRUE(shown("\r[") && shown(" 45.7%"));
     EXPECT_TRUE(prompts.str().ends_with("100.0%\nCompression Succeeded\n")) << prompts.str();

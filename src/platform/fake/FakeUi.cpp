@@ -94,14 +94,13 @@ void FakeUi::progressOpen(std::function<void()> onCancel) {
     m_script->progressOpen(m_onCancel);
 }
 
-void FakeUi::progressSetPercent(double fraction) {
-    m_progress.push_back({ProgressEvent::Kind::Percent, fraction, {}});
-    m_script->progressSetPercent(fraction);
-}
-
-void FakeUi::progressSuccess(const std::string& text) {
-    m_progress.push_back({ProgressEvent::Kind::Success, 0, text});
-    m_script->progressSuccess(text);
+void FakeUi::progressShow(const Progress& progress) {
+    m_lastShown = progress;
+    if (progress.success)
+        m_progress.push_back({ProgressEvent::Kind::Success, 0, progress.text});
+    else if (progress.fraction)
+        m_progress.push_back({ProgressEvent::Kind::Percent, *progress.fraction, {}});
+    m_script->progressShow(progress);
 }
 
 void FakeUi::progressClose() {

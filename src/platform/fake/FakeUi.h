@@ -2,6 +2,7 @@
 
 #include "platform/Ui.h"
 #include "platform/linux/ScriptedUi.h"
+#include "platform/prompt/PromptScript.h"
 
 #include <initializer_list>
 #include <memory>
@@ -54,8 +55,10 @@ class FakeUi final : public Ui {
     std::optional<Color> pickColor() override;
 
     void progressOpen(std::function<void()> onCancel) override;
-    void progressSetPercent(double fraction) override;
-    void progressSuccess(const std::string& text) override;
+    // A fraction is recorded as Percent, the success picture as Success; the waiting state
+    // adds no event but is kept as the last state shown.
+    void progressShow(const Progress& progress) override;
+    const std::optional<Progress>& lastProgressShown() const { return m_lastShown; }
     void progressClose() override;
 
   private:
@@ -74,6 +77,7 @@ class FakeUi final : public Ui {
     int m_colorRequests = 0;
     std::vector<ProgressEvent> m_progress;
     std::function<void()> m_onCancel;
+    std::optional<Progress> m_lastShown;
 };
 
 } // namespace px::platform

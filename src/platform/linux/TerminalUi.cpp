@@ -96,18 +96,16 @@ int TerminalUi::runAlert(const Alert& alert) {
 bool TerminalUi::chooseFileType(const SaveRequest& request) {
     std::vector<std::string> titles;
     std::vector<std::size_t> tags;
-    for (std::size_t tag : request.offeredTypeIndexes) {
-        if (tag >= request.fileTypes.size() || !request.fileTypes[tag]) continue;
-        titles.push_back(fileTypeTitle(*request.fileTypes[tag]));
-        tags.push_back(tag);
+    for (const auto& type : request.fileTypes) {
+        titles.push_back(type.title);
+        tags.push_back(type.tag);
     }
     if (tags.empty()) return true;
-    if (request.onTypeChosen) request.onTypeChosen(request.fileTypes[tags.front()]);
+    if (request.onTypeChosen) request.onTypeChosen(tags.front());
     m_prompts << localized("File Type") << ":\n";
     const auto choice = askNumbered("File type", titles);
     if (!choice) return false;
-    if (*choice != 0 && request.onTypeChosen)
-        request.onTypeChosen(request.fileTypes[tags[*choice]]);
+    if (*choice != 0 && request.onTypeChosen) request.onTypeChosen(tags[*choice]);
     return true;
 }
 
@@ -184,14 +182,15 @@ void TerminalUi::progressOpen(std::function<void()>) {
     m_progressShown = false;
 }
 
-void TerminalUi::progressSetPercent(double fraction) {
-    m_prompts << progressLine(fraction) << std::flush;
+void TerminalUi::progressShow(const Progress& progress) {
+    if (progress.success) {
+        endProgressLine();
+        m_prompts << progress.text << '\n' << std::flush;
+        return;
+    }
+    if (!progress.fraction) return;
+    m_prompts << progressLine(*progress.fraction) << std::flush;
     m_progressShown = true;
-}
-
-void TerminalUi::progressSuccess(const std::string& text) {
-    endProgressLine();
-    m_prompts << text << '\n' << std::flush;
 }
 
 void TerminalUi::progressClose() {

@@ -23,8 +23,7 @@ class TerminalUi final : public Ui {
     std::optional<Color> pickColor() override;
 
     void progressOpen(std::function<void()> onCancel) override;
-    void progressSetPercent(double fraction) override;
-    void progressSuccess(const std::string& text) override;
+    void progressShow(const Progress& progress) override;
     void progressClose() override;
 
   private:

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Pasteboard.h"
-#include "platform/linux/Transcript.h"
+#include "platform/prompt/Transcript.h"
 
 #include <iosfwd>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "platform/linux/ScriptAnswer.h"
+#include "platform/prompt/ScriptAnswer.h"
 
 #include "support/FileIO.h"
 
@@ -108,6 +108,9 @@ ErrorOr<ScriptAnswer> withArguments(ScriptAnswer answer, std::string_view rest) 
         return withEmbed(std::move(answer), rest);
     case Kind::Color:
         return withColor(std::move(answer), rest);
+    case Kind::Stop:
+        if (trimmed(rest).empty()) return answer;
+        return withNumber(std::move(answer), rest, 0);
     case Kind::Cancel:
         if (!trimmed(rest).empty())
             return lineError(answer.line, answer.source, "takes no arguments");
@@ -116,8 +119,8 @@ ErrorOr<ScriptAnswer> withArguments(ScriptAnswer answer, std::string_view rest) 
     return answer;
 }
 
-constexpr Kind kAllKinds[] = {Kind::Button, Kind::Save,  Kind::Open,  Kind::Text,
-                              Kind::Choose, Kind::Embed, Kind::Color, Kind::Cancel};
+constexpr Kind kAllKinds[] = {Kind::Button, Kind::Save,  Kind::Open,   Kind::Text, Kind::Choose,
+                              Kind::Embed,  Kind::Color, Kind::Cancel, Kind::Stop};
 
 } // namespace
 
@@ -139,6 +142,8 @@ const char* scriptWord(ScriptAnswer::Kind kind) {
         return "color";
     case Kind::Cancel:
         return "cancel";
+    case Kind::Stop:
+        return "stop";
     }
     return "?";
 }
@@ -159,7 +164,7 @@ ErrorOr<ScriptAnswer> parseScriptLine(std::string_view line, int lineNumber) {
     }
     return lineError(
         lineNumber, line,
-        "unknown answer (use button, save, open, text, choose, embed, color or cancel)");
+        "unknown answer (use button, save, open, text, choose, embed, color, cancel or stop)");
 }
 
 ErrorOr<std::vector<ScriptAnswer>> parseScript(std::string_view text) {

@@ -1,4 +1,4 @@
-#include "platform/linux/Transcript.h"
+#include "platform/prompt/Transcript.h"
 
 #include <iostream>
 #include <nlohmann/json.hpp>
@@ -12,7 +12,12 @@ Transcript::Transcript(std::ostream& out) : m_out(out) {}
 void Transcript::write(const nlohmann::json& line) {
     const std::string text = line.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
     std::lock_guard lock(m_mutex);
-    m_out << text << '\n' << std::flush;
+    if (!m_closed) m_out << text << '\n' << std::flush;
+}
+
+void Transcript::close() {
+    std::lock_guard lock(m_mutex);
+    m_closed = true;
 }
 
 } // namespace px::platform

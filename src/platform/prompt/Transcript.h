@@ -19,10 +19,14 @@ class Transcript {
     // Texts that are not valid UTF-8 (file names may be any bytes) are written with the
     // replacement character instead of failing.
     void write(const nlohmann::json& line);
+    // Drops every later line (a driven run whose script ended stops its record there, as a
+    // scripted run ends its process).
+    void close();
 
   private:
     std::mutex m_mutex;
     std::ostream& m_out;
+    bool m_closed = false;
 };
 
 } // namespace px::platform
