@@ -1,6 +1,7 @@
 #include "Request.h"
 
 #include "platform/Platform.h"
+#include "support/FileIO.h"
 #include "support/StandardPath.h"
 
 #include <unistd.h>
@@ -21,13 +22,30 @@ void Request::addOptions(CLI::App& command) {
                     "Menu kind: 0 selected items, 1 folder background, 2 sidebar, 3 toolbar")
         ->check(CLI::Range(0, 3));
     command.add_option("--target", target, "The folder being shown (default: the current folder)");
+    command.add_option("--paths-from", pathsFrom,
+                       "Add the NUL-separated paths in FILE to the selection, then remove FILE");
     command.add_option("PATH", paths, "The selected items");
 }
 
-void Request::installController() const {
-    std::vector<std::string> selection;
+std::vector<std::string> Request::selection() const {
+    std::vector<std::string> result;
     for (const auto& path : paths)
-        selection.push_back(absolutePath(path));
+        result.push_back(absolutePath(path));
+    if (pathsFrom.empty()) return result;
+    auto contents = io::readWholeFile(pathsFrom);
+    if (contents.isError()) throw UsageError(contents.error().message);
+    ::unlink(pathsFrom.c_str());
+    const std::string& text = contents.value();
+    for (std::size_t start = 0, end; start < text.size(); start = end + 1) {
+        end = text.find('\0', start);
+        if (end == std::string::npos) end = text.size();
+        if (end > start) result.push_back(absolutePath(text.substr(start, end - start)));
+    }
+    return result;
+}
+
+void Request::installController() const {
+    std::vector<std::string> selection = this->selection();
     auto& platform = platform::current();
     platform.controller = std::make_shared<platform::StaticFinderSyncController>(
         std::move(selection), absolutePath(target));

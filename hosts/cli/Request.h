@@ -14,8 +14,13 @@ struct Request {
     std::vector<std::string> paths;
     std::string target;
     int kind = 0;
+    // A file of NUL-terminated paths added to the selection, then removed: a plugin hands over a
+    // selection too large for an argument vector this way.
+    std::string pathsFrom;
 
     void addOptions(CLI::App& command);
+    // The selection: the paths given, then those of the --paths-from file.
+    std::vector<std::string> selection() const;
     // Installs the controller for the request: absolute selection, target defaulting to the
     // current folder.
     void installController() const;
