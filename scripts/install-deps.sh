@@ -9,6 +9,10 @@ packages=(
     libzip-dev libssl-dev 7zip libarchive-tools unzip time libgdk-pixbuf-2.0-dev
     libvips-dev libqpdf-dev libpoppler-cpp-dev libvips-tools imagemagick poppler-utils qpdf
     python3-pil file
+    # The file-manager plugins, and the file managers with a display for their smoke tests.
+    libnautilus-extension-dev libnemo-extension-dev libcaja-extension-dev libthunarx-3-dev
+    libkf5kio-dev extra-cmake-modules
+    nautilus nemo caja thunar dolphin xvfb xdotool dbus-x11
 )
 
 missing=()
