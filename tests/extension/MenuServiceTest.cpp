@@ -9,9 +9,13 @@
 #include "support_files/RecordingProgram.h"
 #include "support_files/TestSupport.h"
 
+#include <algorithm>
+#include <fcntl.h>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <set>
+#include <unistd.h>
 
 namespace px::test {
 namespace {
@@ -98,6 +102,35 @@ TEST_F(MenuServiceTest, TreeEqualsTheCommandLineMenu) {
                           [&](const std::string& label) { return label.starts_with(work.path()); }),
             request.kind == 0 ? 3 : std::count(labels.begin(), labels.end(), work.path()));
     }
+}
+
+TEST_F(MenuServiceTest, AFavouriteFolderOf100000EntriesListsABoundedPart) {
+    // In memory where the system has a tmpfs: a disk folder of this size takes minutes to make.
+    char pattern[] = "/dev/shm/pxmenu-big-XXXXXX";
+    const char* made = ::mkdtemp(pattern);
+    const std::string big = made ? made : work.mkdir("big");
+    struct Remove {
+        std::string path;
+        ~Remove() { std::filesystem::remove_all(path); }
+    } remove{big};
+    for (int i = 0; i < 100000; ++i)
+        ::close(::open((big + "/f" + std::to_string(i)).c_str(), O_CREAT | O_WRONLY, 0644));
+    ASSERT_EQ(pxmenu({"config", "add", "common-path", big, "path=" + big}).exitStatus, 0);
+    ASSERT_EQ(pxmenu({"config", "set", "pref", "common path next menu", "3"}).exitStatus, 0);
+    ServiceMenu menu = MenuService::menu({{work.write("a.txt")}, work.path(), 0});
+    auto favourites = std::find_if(menu.begin(), menu.end(), [](const ServiceEntry& entry) {
+        return entry.keyPath.back() == "Common Path";
+    });
+    ASSERT_NE(favourites, menu.end());
+    ASSERT_FALSE(favourites->children.empty());
+    const auto& listing = favourites->children.front().children;
+    // "Open Folder", twenty entries and "More Files".
+    EXPECT_EQ(listing.size(), 22u);
+    auto copyTo = std::find_if(menu.begin(), menu.end(), [](const ServiceEntry& entry) {
+        return entry.keyPath.back() == "Copy to";
+    });
+    ASSERT_NE(copyTo, menu.end());
+    EXPECT_LE(copyTo->children.size(), 3u);
 }
 
 TEST_F(MenuServiceTest, LargeSelectionsTravelInAFile) {

@@ -320,9 +320,18 @@ TEST_F(PluginHarness, BadInputGivesAMenuOrNoneWithoutCriticals) {
         std::set<std::string> names, labels;
         checkItems(tree->top, names, labels);
     }
-    auto vanished = fileItems({work / "gone.txt"});
-    std::set<std::string> names, labels;
-    checkItems(vanished->top, names, labels);
+    std::filesystem::remove_all(xdg->configHome() + "/pxmenu");
+    ASSERT_EQ(pxmenu({"setup"}).exitStatus, 0);
+    Strings tenThousand;
+    for (int i = 0; i < 10000; ++i)
+        tenThousand.push_back(work / ("gone" + std::to_string(i) + ".txt"));
+    for (const auto& paths : {Strings{work / "gone.txt"}, tenThousand}) {
+        SCOPED_TRACE(std::to_string(paths.size()) + " vanished files");
+        auto vanished = fileItems(paths);
+        std::set<std::string> names, labels;
+        checkItems(vanished->top, names, labels);
+        EXPECT_NE(vanished->find({"Copy Path"}), nullptr);
+    }
 }
 
 TEST_F(PluginHarness, OnlyLocalFilesGetAMenu) {
