@@ -18,6 +18,7 @@ nautilus) program=nautilus args=(--new-window) click=(338 130) keys=(Up Up Up Re
     system_dir=$(pkg-config --variable=extensiondir libnautilus-extension-4) ;;
 thunar) program=thunar args=() click=(211 145) keys=(Up Up Up Return)
     system_dir=$(pkg-config --variable=extensionsdir thunarx-3) ;;
+dolphin) program=dolphin args=() system_dir="" click=(322 187) keys=(Up Up Up Return) ;;
 *) skip "no smoke test for $host" ;;
 esac
 
@@ -46,7 +47,9 @@ if [ "${1:-}" != --inner ] && [ -z "${PX_SMOKE_INNER:-}" ]; then
     : >"$work/answers"
     export PXMENU_PROGRAM="$here/pxmenu-wrapper.sh" PXMENU_REAL="$pxmenu"
     export PXMENU_ANSWERS="$work/answers" PXMENU_LOG="$work/pxmenu.log"
-    export CAJA_EXTENSION_DIRS=$(dirname "$plugin")
+    export CAJA_EXTENSION_DIRS=$(dirname "$plugin") QT_QPA_PLATFORM=xcb
+    # Dolphin finds plugins under kf5/kfileitemaction in each folder of QT_PLUGIN_PATH.
+    [ "$host" = dolphin ] && export QT_PLUGIN_PATH=$(dirname "$(dirname "$(dirname "$plugin")")")
     inner=(dbus-run-session -- bash "$0" "$@")
     if [ -n "$system_dir" ]; then
         # Over the host's extension folder, or over its parent (copied) where it does not exist.
