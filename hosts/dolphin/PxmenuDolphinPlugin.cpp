@@ -17,8 +17,9 @@
 
 namespace {
 
-std::string local8Bit(const QString& path) {
-    return path.toLocal8Bit().toStdString();
+// The path's bytes as the URL carries them: a name that is not UTF-8 stays as it is on disk.
+std::string localPath(const QUrl& url) {
+    return QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1()).toStdString();
 }
 
 // Dolphin asks with the folder shown as the only item for its background menu; its window is
@@ -35,10 +36,11 @@ QString labelText(const std::string& label) {
     return QString::fromStdString(label).replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
 
+// A theme icon, or its symbolic variant where the theme has only that (GNOME's theme).
 QIcon iconFor(const std::string& icon) {
     QString name = QString::fromStdString(icon);
     if (name.startsWith(QLatin1Char('/'))) return QIcon(name);
-    return QIcon::fromTheme(name);
+    return QIcon::fromTheme(name, QIcon::fromTheme(name + QStringLiteral("-symbolic")));
 }
 
 class MenuBuilder {
@@ -56,6 +58,7 @@ class MenuBuilder {
   private:
     QAction* action(const px::ServiceEntry& entry) {
         auto* action = new QAction(labelText(entry.label), m_parent);
+        action->setObjectName(QStringLiteral("pxmenu::%1").arg(entry.tag));
         action->setToolTip(QString::fromStdString(entry.tooltip));
         if (entry.separator) {
             action->setSeparator(true);
@@ -119,7 +122,7 @@ class PxmenuDolphinPlugin : public KAbstractFileItemActionPlugin {
         auto request = std::make_shared<px::MenuRequest>();
         for (const auto& item : items) {
             if (!item.url().isLocalFile()) return {};
-            request->paths.push_back(local8Bit(item.url().toLocalFile()));
+            request->paths.push_back(localPath(item.url()));
         }
         if (request->paths.empty()) return {};
         if (isBackground(items, parent)) {
@@ -127,11 +130,8 @@ class PxmenuDolphinPlugin : public KAbstractFileItemActionPlugin {
             request->target = request->paths.front();
             request->paths.clear();
         } else {
-            request->target =
-                local8Bit(items.front()
-                              .url()
-                              .adjusted(QUrl::RemoveFilename | QUrl::StripTrailingSlash)
-                              .toLocalFile());
+            request->target = localPath(
+                items.front().url().adjusted(QUrl::RemoveFilename | QUrl::StripTrailingSlash));
         }
         px::ServiceMenu menu = px::MenuService::menu(*request);
         return MenuBuilder(std::move(request), parent).actions(menu);

@@ -1,7 +1,7 @@
 // One host's plugin loaded in this process as the host loads it, fed fake file objects: its
 // items against the command line's menu, and what choosing an entry starts, replayed through
 // the real pxmenu.
-#include "harness-host.h"
+#include "HostHarness.h"
 #include "support_files/RecordingProgram.h"
 #include "support_files/TestSupport.h"
 
@@ -9,81 +9,25 @@
 #include <filesystem>
 #include <glib.h>
 #include <gtest/gtest.h>
-#include <memory>
 #include <nlohmann/json.hpp>
 #include <set>
 
 namespace px::test {
 namespace {
 
-// One menu item as the host would read it, and the live object for activating it.
-struct Item {
-    std::string name, label, tooltip, icon;
-    bool sensitive = true;
-    bool separator = false;
-    GObject* object = nullptr;
-    std::vector<Item> children;
-};
-
-std::string stringProperty(GObject* object, const char* property) {
-    char* value = nullptr;
-    g_object_get(object, property, &value, nullptr);
-    std::string result = value ? value : "";
-    g_free(value);
-    return result;
+// The item reached through the labels, one per level.
+const HostItem* find(const HostItems& items, const std::vector<std::string>& labels) {
+    const HostItems* level = &items;
+    const HostItem* found = nullptr;
+    for (const auto& label : labels) {
+        auto it = std::find_if(level->begin(), level->end(),
+                               [&](const HostItem& item) { return item.label == label; });
+        if (it == level->end()) return nullptr;
+        found = &*it;
+        level = &it->children;
+    }
+    return found;
 }
-
-// The items of host lists, which it keeps alive until it goes.
-class ItemTree {
-  public:
-    explicit ItemTree(GList* items) { top = read(items); }
-    ~ItemTree() {
-        for (GList* list : m_lists)
-            g_list_free_full(list, g_object_unref);
-    }
-    ItemTree(const ItemTree&) = delete;
-    ItemTree& operator=(const ItemTree&) = delete;
-
-    // The item reached through the labels, one per level.
-    const Item* find(const std::vector<std::string>& labels) const {
-        const std::vector<Item>* level = &top;
-        const Item* found = nullptr;
-        for (const auto& label : labels) {
-            auto it = std::find_if(level->begin(), level->end(),
-                                   [&](const Item& item) { return item.label == label; });
-            if (it == level->end()) return nullptr;
-            found = &*it;
-            level = &it->children;
-        }
-        return found;
-    }
-
-    std::vector<Item> top;
-
-  private:
-    std::vector<Item> read(GList* items) {
-        m_lists.push_back(items);
-        std::vector<Item> result;
-        for (GList* node = items; node; node = node->next) {
-            auto* object = G_OBJECT(node->data);
-            Item item;
-            item.object = object;
-            item.separator = harness_is_separator(object);
-            item.name = stringProperty(object, "name");
-            item.label = stringProperty(object, "label");
-            item.tooltip = stringProperty(object, harness_tooltip_property);
-            item.icon = stringProperty(object, "icon");
-            gboolean sensitive = TRUE;
-            g_object_get(object, "sensitive", &sensitive, nullptr);
-            item.sensitive = sensitive;
-            if (GList* children = harness_submenu_items(object)) item.children = read(children);
-            result.push_back(std::move(item));
-        }
-        return result;
-    }
-
-    std::vector<GList*> m_lists;
-};
 
 std::string withoutInvisibleMarks(std::string label) {
     const std::string mark = "\u200B";
@@ -96,7 +40,7 @@ std::string withoutInvisibleMarks(std::string label) {
 // left out, as hosts without separator items leave them out.
 using Outline = std::vector<std::pair<int, std::string>>;
 
-void outlineOf(const std::vector<Item>& items, int depth, Outline& out) {
+void outlineOf(const HostItems& items, int depth, Outline& out) {
     for (const auto& item : items) {
         if (item.separator) continue;
         out.emplace_back(depth, withoutInvisibleMarks(item.label));
@@ -115,13 +59,15 @@ void outlineOf(const nlohmann::json& menu, int depth, Outline& out) {
 
 // What every host menu must hold: labels in UTF-8, tooltips, unique item names, submenu labels
 // unique in the whole menu, icons that exist.
-void checkItems(const std::vector<Item>& items, std::set<std::string>& names,
+void checkItems(const HostItems& items, std::set<std::string>& names,
                 std::set<std::string>& submenuLabels) {
     for (const auto& item : items) {
         SCOPED_TRACE(item.label);
         EXPECT_TRUE(g_utf8_validate(item.label.c_str(), -1, nullptr));
         EXPECT_FALSE(item.tooltip.empty());
-        EXPECT_TRUE(names.insert(item.name).second) << "duplicate name " << item.name;
+        if (!item.separator) {
+            EXPECT_TRUE(names.insert(item.name).second) << "duplicate name " << item.name;
+        }
         if (!item.icon.empty() && item.icon.front() == '/') {
             EXPECT_TRUE(exists(item.icon)) << item.icon;
         }
@@ -131,11 +77,11 @@ void checkItems(const std::vector<Item>& items, std::set<std::string>& names,
     }
 }
 
-void checkTree(const ItemTree& tree) {
+void checkTree(const HostItems& items) {
     std::set<std::string> names, submenuLabels;
-    checkItems(tree.top, names, submenuLabels);
-    bool anyIcon = std::any_of(tree.top.begin(), tree.top.end(),
-                               [](const Item& item) { return !item.icon.empty(); });
+    checkItems(items, names, submenuLabels);
+    bool anyIcon = std::any_of(items.begin(), items.end(),
+                               [](const HostItem& item) { return !item.icon.empty(); });
     EXPECT_TRUE(anyIcon);
 }
 
@@ -155,14 +101,12 @@ bool cliKnowsKeyPaths() {
 class PluginHarness : public ::testing::Test {
   protected:
     static void SetUpTestSuite() {
-        g_log_set_always_fatal(
-            static_cast<GLogLevelFlags>(G_LOG_LEVEL_CRITICAL | G_LOG_LEVEL_WARNING));
         // Loaded once, as a file manager loads it: no configuration exists yet.
         ScopedXdg fresh;
         TempDir folder;
         RecordingProgram recorder(folder / "pxmenu", folder / "record");
         ScopedEnv program("PXMENU_PROGRAM", recorder.path);
-        loaded = harness_load(PLUGIN_PATH);
+        loaded = loadHostPlugin(PLUGIN_PATH);
         auto runs = RecordingProgram::recordedRuns(folder / "record", 1);
         setupRequested = runs.size() == 1 && runs.front().arguments == Strings{"setup"};
     }
@@ -189,25 +133,21 @@ class PluginHarness : public ::testing::Test {
         args.insert(args.end(), paths.begin(), paths.end());
         return nlohmann::json::parse(pxmenu(args).out);
     }
-    std::unique_ptr<ItemTree> fileItems(const Strings& paths) {
+    static HostItems fileItems(const Strings& paths) {
         Strings uris;
         for (const auto& path : paths)
             uris.push_back(uriOf(path));
-        std::vector<const char*> pointers;
-        for (const auto& uri : uris)
-            pointers.push_back(uri.c_str());
-        return std::make_unique<ItemTree>(
-            harness_file_items(pointers.data(), static_cast<guint>(pointers.size())));
+        return hostFileItems(uris);
     }
-    void expectSameAsCommandLine(const ItemTree& tree, const nlohmann::json& cli) {
+    void expectSameAsCommandLine(const HostItems& items, const nlohmann::json& cli) {
         Outline host, expected;
-        outlineOf(tree.top, 0, host);
+        outlineOf(items, 0, host);
         outlineOf(cli, 0, expected);
         EXPECT_EQ(host, expected);
     }
     // The arguments the plugin started pxmenu with when the item was chosen.
-    Strings activate(const Item& item) {
-        harness_activate(item.object);
+    Strings activate(const HostItem& item) {
+        item.activate();
         auto runs = RecordingProgram::recordedRuns(recordFile, ++m_runs);
         if (runs.size() < m_runs) return {};
         return runs.back().arguments;
@@ -249,28 +189,28 @@ TEST_F(PluginHarness, ItemsMatchTheCommandLineMenu) {
     };
     for (const auto& [name, paths] : {Case{"one file", {file}}, Case{"1,000 files", thousand}}) {
         SCOPED_TRACE(name);
-        auto tree = fileItems(paths);
-        checkTree(*tree);
+        HostItems items = fileItems(paths);
+        checkTree(items);
         std::string folder = paths.front().substr(0, paths.front().rfind('/'));
-        expectSameAsCommandLine(*tree, cliMenu(0, folder, paths));
+        expectSameAsCommandLine(items, cliMenu(0, folder, paths));
     }
     std::vector<int> folderKinds{1};
-    if (harness_has_toolbar) folderKinds.push_back(3);
+    if (kHostHasToolbar) folderKinds.push_back(3);
     for (int kind : folderKinds) {
         SCOPED_TRACE("folder kind " + std::to_string(kind));
-        ItemTree tree(harness_folder_items(uriOf(work.path()).c_str(), kind));
-        ASSERT_FALSE(tree.top.empty());
-        checkTree(tree);
-        expectSameAsCommandLine(tree, cliMenu(kind, work.path(), {}));
+        HostItems items = hostFolderItems(uriOf(work.path()), kind);
+        ASSERT_FALSE(items.empty());
+        checkTree(items);
+        expectSameAsCommandLine(items, cliMenu(kind, work.path(), {}));
     }
 }
 
 TEST_F(PluginHarness, ChoosingAnEntryStartsPxmenuWithTheRequest) {
     const std::string name = "caf\xe9 $(touch x).txt"; // not UTF-8
     const std::string file = work.write(name, "text");
-    auto tree = fileItems({file});
-    checkTree(*tree);
-    const Item* hide = tree->find({"Hide Selected Files"});
+    HostItems items = fileItems({file});
+    checkTree(items);
+    const HostItem* hide = find(items, {"Hide Selected Files"});
     ASSERT_NE(hide, nullptr);
     Strings arguments = activate(*hide);
     std::string tag = std::to_string(cliMenu(0, work.path(), {file})[0].at("tag").get<int>());
@@ -289,8 +229,8 @@ TEST_F(PluginHarness, ChoosingAnEntryStartsPxmenuWithTheRequest) {
 TEST_F(PluginHarness, StaleKeyPathDoesNothing) {
     if (!cliKnowsKeyPaths()) GTEST_SKIP() << "this pxmenu does not check key paths (--key) yet";
     const std::string file = work.write("a.txt");
-    auto tree = fileItems({file});
-    const Item* hide = tree->find({"Hide Selected Files"});
+    HostItems items = fileItems({file});
+    const HostItem* hide = find(items, {"Hide Selected Files"});
     ASSERT_NE(hide, nullptr);
     Strings arguments = activate(*hide);
     auto key = std::find(arguments.begin(), arguments.end(), "Hide Selected Files");
@@ -316,9 +256,9 @@ TEST_F(PluginHarness, BadInputGivesAMenuOrNoneWithoutCriticals) {
         SCOPED_TRACE(name);
         work.write("settings.plist", contents);
         std::rename((work / "settings.plist").c_str(), settings.c_str());
-        auto tree = fileItems({file});
+        HostItems items = fileItems({file});
         std::set<std::string> names, labels;
-        checkItems(tree->top, names, labels);
+        checkItems(items, names, labels);
     }
     std::filesystem::remove_all(xdg->configHome() + "/pxmenu");
     ASSERT_EQ(pxmenu({"setup"}).exitStatus, 0);
@@ -327,19 +267,18 @@ TEST_F(PluginHarness, BadInputGivesAMenuOrNoneWithoutCriticals) {
         tenThousand.push_back(work / ("gone" + std::to_string(i) + ".txt"));
     for (const auto& paths : {Strings{work / "gone.txt"}, tenThousand}) {
         SCOPED_TRACE(std::to_string(paths.size()) + " vanished files");
-        auto vanished = fileItems(paths);
+        HostItems vanished = fileItems(paths);
         std::set<std::string> names, labels;
-        checkItems(vanished->top, names, labels);
-        EXPECT_NE(vanished->find({"Copy Path"}), nullptr);
+        checkItems(vanished, names, labels);
+        EXPECT_NE(find(vanished, {"Copy Path"}), nullptr);
     }
 }
 
 TEST_F(PluginHarness, OnlyLocalFilesGetAMenu) {
-    const char* uris[] = {"trash:///a.txt", "sftp://example.invalid/home/a.txt"};
-    for (const char* uri : uris) {
+    for (const std::string uri : {"trash:///a.txt", "sftp://example.invalid/home/a.txt"}) {
         SCOPED_TRACE(uri);
-        EXPECT_EQ(harness_file_items(&uri, 1), nullptr);
-        EXPECT_EQ(harness_folder_items(uri, 1), nullptr);
+        EXPECT_TRUE(hostFileItems({uri}).empty());
+        EXPECT_TRUE(hostFolderItems(uri, 1).empty());
     }
 }
 
