@@ -36,26 +36,32 @@ export -f time_one
 
 median() { sort -n | awk '{a[NR]=$1} END {print a[int((NR+1)/2)]}'; }
 
-measure() { # host extension_dir program args...
-    local host=$1 dir=$2 with=() without=()
-    shift 2
+measure() { # host extension_dir plugin program args...
+    local host=$1 dir=$2 plugin=$3
+    shift 3
     # Each variant's folder goes over the extension folder, or over a copy of its parent where
-    # the host has none.
+    # the host has none; Caja and Dolphin are pointed at it instead.
     local target=$dir inside=""
-    if [ "$host" != caja ] && [ ! -d "$dir" ]; then
+    [ "$host" = dolphin ] && inside=/kf5/kfileitemaction
+    if [ "$host" != caja ] && [ "$host" != dolphin ] && [ ! -d "$dir" ]; then
         target=$(dirname "$dir") inside=/$(basename "$dir")
     fi
     for variant in with without; do
         mkdir -p "$work/$host"
-        if [ -n "$inside" ]; then cp -a "$target" "$work/$host/$variant"; fi
+        if [ -n "$inside" ] && [ "$host" != dolphin ]; then
+            cp -a "$target" "$work/$host/$variant"
+        fi
         mkdir -p "$work/$host/$variant$inside"
         [ -d "$dir" ] && cp -a "$dir"/. "$work/$host/$variant$inside/"
     done
-    cp "$build/plugins/$host/libpxmenu-$host.so" "$work/$host/with$inside/"
+    cp "$plugin" "$work/$host/with$inside/"
     for _ in $(seq "$runs"); do
         for variant in without with; do
             export TIMES="$work/$host/$variant.times"
-            if [ "$host" = caja ]; then
+            if [ "$host" = dolphin ]; then
+                QT_PLUGIN_PATH="$work/$host/$variant" dbus-run-session -- \
+                    bash -c 'time_one "$@"' _ "$@" >/dev/null 2>&1
+            elif [ "$host" = caja ]; then
                 CAJA_EXTENSION_DIRS="$work/$host/$variant" dbus-run-session -- \
                     bash -c 'time_one "$@"' _ "$@" >/dev/null 2>&1
             else
@@ -72,13 +78,17 @@ measure() { # host extension_dir program args...
         "$(echo "$b - $a" | bc)" "$(echo "$b / $a" | bc -l)"
 }
 
-for host in ${HOSTS:-nautilus nemo caja thunar}; do
-    [ -f "$build/plugins/$host/libpxmenu-$host.so" ] || continue
+plugins=$build/plugins
+for host in ${HOSTS:-nautilus nemo caja thunar dolphin}; do
+    plugin=$plugins/$host/libpxmenu-$host.so
+    [ "$host" = dolphin ] && plugin=$plugins/dolphin/kf5/kfileitemaction/pxmenu-dolphin.so
+    [ -f "$plugin" ] || continue
     case $host in
     nautilus) measure nautilus "$(pkg-config --variable=extensiondir libnautilus-extension-4)" \
-        nautilus --new-window ;;
-    nemo) measure nemo "$(pkg-config --variable=extensiondir libnemo-extension)" nemo ;;
-    caja) measure caja /nonexistent caja --no-desktop ;;
-    thunar) measure thunar "$(pkg-config --variable=extensionsdir thunarx-3)" thunar ;;
+        "$plugin" nautilus --new-window ;;
+    nemo) measure nemo "$(pkg-config --variable=extensiondir libnemo-extension)" "$plugin" nemo ;;
+    caja) measure caja /nonexistent "$plugin" caja --no-desktop ;;
+    thunar) measure thunar "$(pkg-config --variable=extensionsdir thunarx-3)" "$plugin" thunar ;;
+    dolphin) measure dolphin /nonexistent "$plugin" dolphin ;;
     esac
 done
