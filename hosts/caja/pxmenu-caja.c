@@ -7,8 +7,6 @@
 #include <libcaja-extension/caja-file-info.h>
 #include <libcaja-extension/caja-menu-provider.h>
 
-#define PXMENU_EXPORT __attribute__((visibility("default")))
-
 typedef struct {
     GObject parent;
 } PxmenuCajaProvider;
@@ -49,23 +47,14 @@ static char* uri_of(gpointer file) {
 static GList* get_file_items(CajaMenuProvider* provider, GtkWidget* window, GList* files) {
     (void)provider;
     (void)window;
-    if (!files) return NULL;
-    guint count = 0;
-    char** uris = pxmenu_gtk_uris_of(files, uri_of, &count);
-    GList* items = pxmenu_gtk_menu_items(&host_menu, (const char* const*)uris, count, NULL, 0);
-    g_strfreev(uris);
-    return items;
+    return pxmenu_gtk_file_menu_items(&host_menu, files, uri_of, 0);
 }
 
 static GList* get_background_items(CajaMenuProvider* provider, GtkWidget* window,
                                    CajaFileInfo* folder) {
     (void)provider;
     (void)window;
-    if (!folder) return NULL;
-    char* uri = caja_file_info_get_uri(folder);
-    GList* items = pxmenu_gtk_menu_items(&host_menu, NULL, 0, uri, 1);
-    g_free(uri);
-    return items;
+    return pxmenu_gtk_folder_menu_items(&host_menu, folder, uri_of, 1);
 }
 
 /* Caja's tool bar: kind 3 for the folder shown. */
@@ -73,11 +62,7 @@ static GList* get_toolbar_items(CajaMenuProvider* provider, GtkWidget* window,
                                 CajaFileInfo* folder) {
     (void)provider;
     (void)window;
-    if (!folder) return NULL;
-    char* uri = caja_file_info_get_uri(folder);
-    GList* items = pxmenu_gtk_menu_items(&host_menu, NULL, 0, uri, 3);
-    g_free(uri);
-    return items;
+    return pxmenu_gtk_folder_menu_items(&host_menu, folder, uri_of, 3);
 }
 
 static void menu_provider_init(CajaMenuProviderIface* iface) {
@@ -98,17 +83,4 @@ static void pxmenu_caja_provider_class_finalize(PxmenuCajaProviderClass* klass) 
     (void)klass;
 }
 
-static GType provider_types[1];
-
-PXMENU_EXPORT void caja_module_initialize(GTypeModule* module) {
-    pxmenu_caja_provider_register_type(module);
-    provider_types[0] = pxmenu_caja_provider_get_type();
-    pxmenu_host_loaded();
-}
-
-PXMENU_EXPORT void caja_module_shutdown(void) {}
-
-PXMENU_EXPORT void caja_module_list_types(const GType** types, int* count) {
-    *types = provider_types;
-    *count = G_N_ELEMENTS(provider_types);
-}
+PXMENU_DEFINE_TYPE_MODULE(caja, pxmenu_caja_provider_register_type, pxmenu_caja_provider_get_type)

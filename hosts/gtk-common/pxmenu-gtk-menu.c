@@ -99,12 +99,24 @@ GList* pxmenu_gtk_menu_items(const PxmenuHostMenu* host, const char* const* uris
     return items;
 }
 
-char** pxmenu_gtk_uris_of(GList* files, char* (*get_uri)(gpointer file), guint* count) {
-    guint length = g_list_length(files);
-    char** uris = g_new0(char*, length + 1);
+GList* pxmenu_gtk_file_menu_items(const PxmenuHostMenu* host, GList* files, PxmenuUriGetter get_uri,
+                                  int kind) {
+    guint count = g_list_length(files);
+    if (count == 0) return NULL;
+    char** uris = g_new0(char*, count + 1);
     guint i = 0;
     for (GList* file = files; file; file = file->next)
         uris[i++] = get_uri(file->data);
-    *count = length;
-    return uris;
+    GList* items = pxmenu_gtk_menu_items(host, (const char* const*)uris, count, NULL, kind);
+    g_strfreev(uris);
+    return items;
+}
+
+GList* pxmenu_gtk_folder_menu_items(const PxmenuHostMenu* host, gpointer folder,
+                                    PxmenuUriGetter get_uri, int kind) {
+    if (!folder) return NULL;
+    char* uri = get_uri(folder);
+    GList* items = uri ? pxmenu_gtk_menu_items(host, NULL, 0, uri, kind) : NULL;
+    g_free(uri);
+    return items;
 }

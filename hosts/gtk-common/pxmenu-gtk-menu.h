@@ -23,8 +23,30 @@ typedef struct {
 GList* pxmenu_gtk_menu_items(const PxmenuHostMenu* host, const char* const* uris, guint n_uris,
                              const char* folder_uri, int kind);
 
-/* The URIs of a list of file objects, read with the host's getter; free with g_strfreev. */
-char** pxmenu_gtk_uris_of(GList* files, char* (*get_uri)(gpointer file), guint* count);
+/* The same for the host's file objects, whose URIs its getter reads: the selected files, and
+ * the folder shown (background, tool bar, side pane). */
+typedef char* (*PxmenuUriGetter)(gpointer file);
+GList* pxmenu_gtk_file_menu_items(const PxmenuHostMenu* host, GList* files, PxmenuUriGetter get_uri,
+                                  int kind);
+GList* pxmenu_gtk_folder_menu_items(const PxmenuHostMenu* host, gpointer folder,
+                                    PxmenuUriGetter get_uri, int kind);
+
+/* The entry points of a host that loads plugins as type modules (GNOME Files, Nemo, Caja):
+ * PREFIX_module_initialize registers the provider type and tells the service the host loaded
+ * it. */
+#define PXMENU_DEFINE_TYPE_MODULE(prefix, register_type, get_type)                                 \
+    static GType pxmenu_provider_types[1];                                                         \
+    __attribute__((visibility("default"))) void prefix##_module_initialize(GTypeModule* module) {  \
+        register_type(module);                                                                     \
+        pxmenu_provider_types[0] = get_type();                                                     \
+        pxmenu_host_loaded();                                                                      \
+    }                                                                                              \
+    __attribute__((visibility("default"))) void prefix##_module_shutdown(void) {}                  \
+    __attribute__((visibility("default"))) void prefix##_module_list_types(const GType** types,    \
+                                                                           int* count) {           \
+        *types = pxmenu_provider_types;                                                            \
+        *count = G_N_ELEMENTS(pxmenu_provider_types);                                              \
+    }
 
 G_END_DECLS
 

@@ -5,8 +5,6 @@
 
 #include <nautilus-extension.h>
 
-#define PXMENU_EXPORT __attribute__((visibility("default")))
-
 typedef struct {
     GObject parent;
 } PxmenuNautilusProvider;
@@ -46,21 +44,12 @@ static char* uri_of(gpointer file) {
 
 static GList* get_file_items(NautilusMenuProvider* provider, GList* files) {
     (void)provider;
-    if (!files) return NULL;
-    guint count = 0;
-    char** uris = pxmenu_gtk_uris_of(files, uri_of, &count);
-    GList* items = pxmenu_gtk_menu_items(&host_menu, (const char* const*)uris, count, NULL, 0);
-    g_strfreev(uris);
-    return items;
+    return pxmenu_gtk_file_menu_items(&host_menu, files, uri_of, 0);
 }
 
 static GList* get_background_items(NautilusMenuProvider* provider, NautilusFileInfo* folder) {
     (void)provider;
-    if (!folder) return NULL;
-    char* uri = nautilus_file_info_get_uri(folder);
-    GList* items = pxmenu_gtk_menu_items(&host_menu, NULL, 0, uri, 1);
-    g_free(uri);
-    return items;
+    return pxmenu_gtk_folder_menu_items(&host_menu, folder, uri_of, 1);
 }
 
 static void menu_provider_init(NautilusMenuProviderInterface* iface) {
@@ -80,17 +69,5 @@ static void pxmenu_nautilus_provider_class_finalize(PxmenuNautilusProviderClass*
     (void)klass;
 }
 
-static GType provider_types[1];
-
-PXMENU_EXPORT void nautilus_module_initialize(GTypeModule* module) {
-    pxmenu_nautilus_provider_register_type(module);
-    provider_types[0] = pxmenu_nautilus_provider_get_type();
-    pxmenu_host_loaded();
-}
-
-PXMENU_EXPORT void nautilus_module_shutdown(void) {}
-
-PXMENU_EXPORT void nautilus_module_list_types(const GType** types, int* count) {
-    *types = provider_types;
-    *count = G_N_ELEMENTS(provider_types);
-}
+PXMENU_DEFINE_TYPE_MODULE(nautilus, pxmenu_nautilus_provider_register_type,
+                          pxmenu_nautilus_provider_get_type)

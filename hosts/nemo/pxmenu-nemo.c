@@ -7,8 +7,6 @@
 #include <libnemo-extension/nemo-file-info.h>
 #include <libnemo-extension/nemo-menu-provider.h>
 
-#define PXMENU_EXPORT __attribute__((visibility("default")))
-
 typedef struct {
     GObject parent;
 } PxmenuNemoProvider;
@@ -53,23 +51,14 @@ static char* uri_of(gpointer file) {
 static GList* get_file_items(NemoMenuProvider* provider, GtkWidget* window, GList* files) {
     (void)provider;
     (void)window;
-    if (!files) return NULL;
-    guint count = 0;
-    char** uris = pxmenu_gtk_uris_of(files, uri_of, &count);
-    GList* items = pxmenu_gtk_menu_items(&host_menu, (const char* const*)uris, count, NULL, 0);
-    g_strfreev(uris);
-    return items;
+    return pxmenu_gtk_file_menu_items(&host_menu, files, uri_of, 0);
 }
 
 static GList* get_background_items(NemoMenuProvider* provider, GtkWidget* window,
                                    NemoFileInfo* folder) {
     (void)provider;
     (void)window;
-    if (!folder) return NULL;
-    char* uri = nemo_file_info_get_uri(folder);
-    GList* items = pxmenu_gtk_menu_items(&host_menu, NULL, 0, uri, 1);
-    g_free(uri);
-    return items;
+    return pxmenu_gtk_folder_menu_items(&host_menu, folder, uri_of, 1);
 }
 
 static void menu_provider_init(NemoMenuProviderIface* iface) {
@@ -89,17 +78,4 @@ static void pxmenu_nemo_provider_class_finalize(PxmenuNemoProviderClass* klass) 
     (void)klass;
 }
 
-static GType provider_types[1];
-
-PXMENU_EXPORT void nemo_module_initialize(GTypeModule* module) {
-    pxmenu_nemo_provider_register_type(module);
-    provider_types[0] = pxmenu_nemo_provider_get_type();
-    pxmenu_host_loaded();
-}
-
-PXMENU_EXPORT void nemo_module_shutdown(void) {}
-
-PXMENU_EXPORT void nemo_module_list_types(const GType** types, int* count) {
-    *types = provider_types;
-    *count = G_N_ELEMENTS(provider_types);
-}
+PXMENU_DEFINE_TYPE_MODULE(nemo, pxmenu_nemo_provider_register_type, pxmenu_nemo_provider_get_type)

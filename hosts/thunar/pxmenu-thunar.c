@@ -56,23 +56,13 @@ static gboolean from_side_pane(GtkWidget* window) {
 
 static GList* get_file_menu_items(ThunarxMenuProvider* provider, GtkWidget* window, GList* files) {
     (void)provider;
-    if (!files) return NULL;
-    guint count = 0;
-    char** uris = pxmenu_gtk_uris_of(files, uri_of, &count);
-    int kind = from_side_pane(window) ? 2 : 0;
-    GList* items = pxmenu_gtk_menu_items(&host_menu, (const char* const*)uris, count, NULL, kind);
-    g_strfreev(uris);
-    return items;
+    return pxmenu_gtk_file_menu_items(&host_menu, files, uri_of, from_side_pane(window) ? 2 : 0);
 }
 
 static GList* get_folder_menu_items(ThunarxMenuProvider* provider, GtkWidget* window,
                                     ThunarxFileInfo* folder) {
     (void)provider;
-    if (!folder) return NULL;
-    char* uri = thunarx_file_info_get_uri(folder);
-    GList* items = pxmenu_gtk_menu_items(&host_menu, NULL, 0, uri, from_side_pane(window) ? 2 : 1);
-    g_free(uri);
-    return items;
+    return pxmenu_gtk_folder_menu_items(&host_menu, folder, uri_of, from_side_pane(window) ? 2 : 1);
 }
 
 static void menu_provider_init(ThunarxMenuProviderIface* iface) {
