@@ -5,48 +5,19 @@
 #include <libcaja-extension/caja-file-info.h>
 #include <libcaja-extension/caja-menu-provider.h>
 
-typedef struct {
-    GObject parent;
-    char* uri;
-} HarnessFile;
-
-typedef struct {
-    GObjectClass parent;
-} HarnessFileClass;
-
-static char* harness_file_get_uri(CajaFileInfo* file) {
-    return g_strdup(((HarnessFile*)file)->uri);
+static char* file_uri(CajaFileInfo* file) {
+    return harness_file_uri(file);
 }
 
-static void harness_file_info_init(CajaFileInfoIface* iface) {
-    iface->get_uri = harness_file_get_uri;
-}
-
-G_DEFINE_TYPE_WITH_CODE(HarnessFile, harness_file, G_TYPE_OBJECT,
-                        G_IMPLEMENT_INTERFACE(CAJA_TYPE_FILE_INFO, harness_file_info_init))
-
-static void harness_file_finalize(GObject* object) {
-    g_free(((HarnessFile*)object)->uri);
-    G_OBJECT_CLASS(harness_file_parent_class)->finalize(object);
-}
-
-static void harness_file_init(HarnessFile* self) {
-    (void)self;
-}
-
-static void harness_file_class_init(HarnessFileClass* klass) {
-    G_OBJECT_CLASS(klass)->finalize = harness_file_finalize;
-}
-
-static GObject* file_for(const char* uri) {
-    HarnessFile* file = g_object_new(harness_file_get_type(), NULL);
-    file->uri = g_strdup(uri);
-    return G_OBJECT(file);
+static void file_info_init(gpointer iface, gpointer data) {
+    (void)data;
+    ((CajaFileInfoIface*)iface)->get_uri = file_uri;
 }
 
 static GObject* provider;
 
 gboolean harness_load(const char* plugin_path) {
+    harness_file_implement(CAJA_TYPE_FILE_INFO, file_info_init);
     GTypeModule* module =
         harness_type_module_new(harness_module_type(), plugin_path, "caja_module");
     if (!module) return FALSE;
@@ -60,7 +31,7 @@ gboolean harness_load(const char* plugin_path) {
 GList* harness_file_items(const char* const* uris, guint count) {
     GList* files = NULL;
     for (guint i = 0; i < count; ++i)
-        files = g_list_prepend(files, file_for(uris[i]));
+        files = g_list_prepend(files, harness_file_new(uris[i]));
     files = g_list_reverse(files);
     GList* items = CAJA_MENU_PROVIDER_GET_IFACE(provider)->get_file_items(
         CAJA_MENU_PROVIDER(provider), NULL, files);
@@ -69,7 +40,7 @@ GList* harness_file_items(const char* const* uris, guint count) {
 }
 
 GList* harness_folder_items(const char* uri, int kind) {
-    GObject* folder = file_for(uri);
+    GObject* folder = harness_file_new(uri);
     CajaMenuProviderIface* iface = CAJA_MENU_PROVIDER_GET_IFACE(provider);
     GList* items = kind == 1   ? iface->get_background_items(CAJA_MENU_PROVIDER(provider), NULL,
                                                              CAJA_FILE_INFO(folder))

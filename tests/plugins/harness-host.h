@@ -41,6 +41,12 @@ void harness_type_module_types(GTypeModule* module, const GType** types, int* co
 /* The first of the module's types that implements the interface, as a new instance. */
 GObject* harness_new_provider(const GType* types, int count, GType interface_type);
 
+/* File objects that only know their URI, implementing the host's file-info interface (added
+ * once, by `init`, before the first file is made). */
+void harness_file_implement(GType interface_type, GInterfaceInitFunc init);
+GObject* harness_file_new(const char* uri);
+char* harness_file_uri(gpointer file);
+
 G_END_DECLS
 
 #endif

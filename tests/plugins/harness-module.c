@@ -65,3 +65,42 @@ GObject* harness_new_provider(const GType* types, int count, GType interface_typ
         if (g_type_is_a(types[i], interface_type)) return g_object_new(types[i], NULL);
     return NULL;
 }
+
+typedef struct {
+    GObject parent;
+    char* uri;
+} HarnessFile;
+
+typedef struct {
+    GObjectClass parent;
+} HarnessFileClass;
+
+G_DEFINE_TYPE(HarnessFile, harness_file, G_TYPE_OBJECT)
+
+static void harness_file_finalize(GObject* object) {
+    g_free(((HarnessFile*)object)->uri);
+    G_OBJECT_CLASS(harness_file_parent_class)->finalize(object);
+}
+
+static void harness_file_init(HarnessFile* self) {
+    (void)self;
+}
+
+static void harness_file_class_init(HarnessFileClass* klass) {
+    G_OBJECT_CLASS(klass)->finalize = harness_file_finalize;
+}
+
+void harness_file_implement(GType interface_type, GInterfaceInitFunc init) {
+    const GInterfaceInfo info = {init, NULL, NULL};
+    g_type_add_interface_static(harness_file_get_type(), interface_type, &info);
+}
+
+GObject* harness_file_new(const char* uri) {
+    HarnessFile* file = g_object_new(harness_file_get_type(), NULL);
+    file->uri = g_strdup(uri);
+    return G_OBJECT(file);
+}
+
+char* harness_file_uri(gpointer file) {
+    return g_strdup(((HarnessFile*)file)->uri);
+}

@@ -4,48 +4,19 @@
 
 #include <nautilus-extension.h>
 
-typedef struct {
-    GObject parent;
-    char* uri;
-} HarnessFile;
-
-typedef struct {
-    GObjectClass parent;
-} HarnessFileClass;
-
-static char* harness_file_get_uri(NautilusFileInfo* file) {
-    return g_strdup(((HarnessFile*)file)->uri);
+static char* file_uri(NautilusFileInfo* file) {
+    return harness_file_uri(file);
 }
 
-static void harness_file_info_init(NautilusFileInfoInterface* iface) {
-    iface->get_uri = harness_file_get_uri;
-}
-
-G_DEFINE_TYPE_WITH_CODE(HarnessFile, harness_file, G_TYPE_OBJECT,
-                        G_IMPLEMENT_INTERFACE(NAUTILUS_TYPE_FILE_INFO, harness_file_info_init))
-
-static void harness_file_finalize(GObject* object) {
-    g_free(((HarnessFile*)object)->uri);
-    G_OBJECT_CLASS(harness_file_parent_class)->finalize(object);
-}
-
-static void harness_file_init(HarnessFile* self) {
-    (void)self;
-}
-
-static void harness_file_class_init(HarnessFileClass* klass) {
-    G_OBJECT_CLASS(klass)->finalize = harness_file_finalize;
-}
-
-static GObject* file_for(const char* uri) {
-    HarnessFile* file = g_object_new(harness_file_get_type(), NULL);
-    file->uri = g_strdup(uri);
-    return G_OBJECT(file);
+static void file_info_init(gpointer iface, gpointer data) {
+    (void)data;
+    ((NautilusFileInfoInterface*)iface)->get_uri = file_uri;
 }
 
 static GObject* provider;
 
 gboolean harness_load(const char* plugin_path) {
+    harness_file_implement(NAUTILUS_TYPE_FILE_INFO, file_info_init);
     GTypeModule* module =
         harness_type_module_new(harness_module_type(), plugin_path, "nautilus_module");
     if (!module) return FALSE;
@@ -59,7 +30,7 @@ gboolean harness_load(const char* plugin_path) {
 GList* harness_file_items(const char* const* uris, guint count) {
     GList* files = NULL;
     for (guint i = 0; i < count; ++i)
-        files = g_list_prepend(files, file_for(uris[i]));
+        files = g_list_prepend(files, harness_file_new(uris[i]));
     files = g_list_reverse(files);
     GList* items = NAUTILUS_MENU_PROVIDER_GET_IFACE(provider)->get_file_items(
         NAUTILUS_MENU_PROVIDER(provider), files);
@@ -68,7 +39,7 @@ GList* harness_file_items(const char* const* uris, guint count) {
 }
 
 GList* harness_folder_items(const char* uri, int kind) {
-    GObject* folder = file_for(uri);
+    GObject* folder = harness_file_new(uri);
     NautilusMenuProviderInterface* iface = NAUTILUS_MENU_PROVIDER_GET_IFACE(provider);
     GList* items = kind == 1 ? iface->get_background_items(NAUTILUS_MENU_PROVIDER(provider),
                                                            NAUTILUS_FILE_INFO(folder))

@@ -61,48 +61,19 @@ static void harness_thunar_module_class_init(HarnessThunarModuleClass* klass) {
     g_object_class_override_property(G_OBJECT_CLASS(klass), 1, "resident");
 }
 
-typedef struct {
-    GObject parent;
-    char* uri;
-} HarnessFile;
-
-typedef struct {
-    GObjectClass parent;
-} HarnessFileClass;
-
-static char* harness_file_get_uri(ThunarxFileInfo* file) {
-    return g_strdup(((HarnessFile*)file)->uri);
+static char* file_uri(ThunarxFileInfo* file) {
+    return harness_file_uri(file);
 }
 
-static void harness_file_info_init(ThunarxFileInfoIface* iface) {
-    iface->get_uri = harness_file_get_uri;
-}
-
-G_DEFINE_TYPE_WITH_CODE(HarnessFile, harness_file, G_TYPE_OBJECT,
-                        G_IMPLEMENT_INTERFACE(THUNARX_TYPE_FILE_INFO, harness_file_info_init))
-
-static void harness_file_finalize(GObject* object) {
-    g_free(((HarnessFile*)object)->uri);
-    G_OBJECT_CLASS(harness_file_parent_class)->finalize(object);
-}
-
-static void harness_file_init(HarnessFile* self) {
-    (void)self;
-}
-
-static void harness_file_class_init(HarnessFileClass* klass) {
-    G_OBJECT_CLASS(klass)->finalize = harness_file_finalize;
-}
-
-static GObject* file_for(const char* uri) {
-    HarnessFile* file = g_object_new(harness_file_get_type(), NULL);
-    file->uri = g_strdup(uri);
-    return G_OBJECT(file);
+static void file_info_init(gpointer iface, gpointer data) {
+    (void)data;
+    ((ThunarxFileInfoIface*)iface)->get_uri = file_uri;
 }
 
 static GObject* provider;
 
 gboolean harness_load(const char* plugin_path) {
+    harness_file_implement(THUNARX_TYPE_FILE_INFO, file_info_init);
     GTypeModule* module =
         harness_type_module_new(harness_thunar_module_get_type(), plugin_path, "thunar_extension");
     if (!module) return FALSE;
@@ -116,7 +87,7 @@ gboolean harness_load(const char* plugin_path) {
 GList* harness_file_items(const char* const* uris, guint count) {
     GList* files = NULL;
     for (guint i = 0; i < count; ++i)
-        files = g_list_prepend(files, file_for(uris[i]));
+        files = g_list_prepend(files, harness_file_new(uris[i]));
     files = g_list_reverse(files);
     GList* items = THUNARX_MENU_PROVIDER_GET_IFACE(provider)->get_file_menu_items(
         THUNARX_MENU_PROVIDER(provider), NULL, files);
@@ -125,7 +96,7 @@ GList* harness_file_items(const char* const* uris, guint count) {
 }
 
 GList* harness_folder_items(const char* uri, int kind) {
-    GObject* folder = file_for(uri);
+    GObject* folder = harness_file_new(uri);
     GList* items = kind == 1 ? THUNARX_MENU_PROVIDER_GET_IFACE(provider)->get_folder_menu_items(
                                    THUNARX_MENU_PROVIDER(provider), NULL, THUNARX_FILE_INFO(folder))
                              : NULL;
