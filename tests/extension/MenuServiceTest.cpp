@@ -2,6 +2,7 @@
 // and the command an activation starts.
 #include "extension/MenuService.h"
 
+#include "config/MenuKeys.h"
 #include "config/PXMenuManager.h"
 #include "extension/MenuActivation.h"
 #include "platform/Platform.h"
@@ -131,6 +132,20 @@ TEST_F(MenuServiceTest, AFavouriteFolderOf100000EntriesListsABoundedPart) {
     });
     ASSERT_NE(copyTo, menu.end());
     EXPECT_LE(copyTo->children.size(), 3u);
+}
+
+TEST_F(MenuServiceTest, LoadingClearsTheCutListOnce) {
+    const std::string file = work.write("cut.txt");
+    PXMenuManager::updateMenuKey(menukey::kRightMenu, "Cut Paste", "cutPaths",
+                                 plist::Value::makeArray({plist::Value(file)}));
+    auto cutPaths = [] {
+        for (const auto& item : PXMenuManager::menuItemArray())
+            if (item->key == "Cut Paste") return item->cutPaths;
+        return std::vector<std::string>{"no Cut Paste entry"};
+    };
+    ASSERT_EQ(cutPaths(), Strings{file});
+    MenuService::hostLoaded();
+    EXPECT_TRUE(cutPaths().empty());
 }
 
 TEST_F(MenuServiceTest, LargeSelectionsTravelInAFile) {
