@@ -17,35 +17,34 @@ std::string groupFile() {
     return px::xdg::settingsFolder() + "/group.plist";
 }
 
+// A store over the real settings file, read afresh.
+px::PXMenuManager fileStore(const std::string& data) {
+    return px::PXMenuManager(std::make_shared<px::platform::PlistFileSettings>(groupFile()), data);
+}
+
 // A private home holding the factory configuration in the real settings file.
 struct FactoryHome {
     px::fuzz::ScratchHome home;
     std::string data = home.folder("data");
+    px::PXMenuManager store = fileStore(data);
 
-    FactoryHome() {
-        px::PXMenuManager::configure(std::make_shared<px::platform::PlistFileSettings>(groupFile()),
-                                     data);
-        px::PXDefaultData::setup();
-    }
-    ~FactoryHome() { px::PXMenuManager::resetToDefaultLocations(); }
+    FactoryHome() { px::PXDefaultData(store).setup(); }
 };
 
 void BM_MenuItemArrayWarm(benchmark::State& state) {
     FactoryHome home;
     for (auto _ : state) {
-        auto items = px::PXMenuManager::menuItemArray();
+        auto items = home.store.menuItemArray();
         benchmark::DoNotOptimize(items.data());
     }
-    state.counters["items"] = static_cast<double>(px::PXMenuManager::menuItemArray().size());
+    state.counters["items"] = static_cast<double>(home.store.menuItemArray().size());
 }
 BENCHMARK(BM_MenuItemArrayWarm);
 
 void BM_MenuItemArrayCold(benchmark::State& state) {
     FactoryHome home;
     for (auto _ : state) {
-        px::PXMenuManager::configure(std::make_shared<px::platform::PlistFileSettings>(groupFile()),
-                                     home.data);
-        auto items = px::PXMenuManager::menuItemArray();
+        auto items = fileStore(home.data).menuItemArray();
         benchmark::DoNotOptimize(items.data());
     }
 }
@@ -57,12 +56,10 @@ void BM_SetupOnEmptyFolder(benchmark::State& state) {
     for (auto _ : state) {
         state.PauseTiming();
         std::remove(groupFile().c_str());
-        px::PXMenuManager::configure(std::make_shared<px::platform::PlistFileSettings>(groupFile()),
-                                     data);
+        px::PXMenuManager store = fileStore(data);
         state.ResumeTiming();
-        px::PXDefaultData::setup();
+        px::PXDefaultData(store).setup();
     }
-    px::PXMenuManager::resetToDefaultLocations();
 }
 BENCHMARK(BM_SetupOnEmptyFolder)->Unit(benchmark::kMillisecond);
 

@@ -5,7 +5,8 @@
 #include "config/MenuKeys.h"
 #include "config/PXDefaultData.h"
 #include "config/PXMenuManager.h"
-#include "extension/FinderSync.h"
+#include "extension/MenuBuilder.h"
+#include "extension/Request.h"
 #include "platform/Platform.h"
 #include "platform/linux/PlistFileSettings.h"
 #include "support/Xdg.h"
@@ -29,25 +30,20 @@ void touch(const std::string& path) {
     std::ofstream(path) << "x";
 }
 
-// The factory configuration in a private home, and a controller the benchmarks fill. Made
+// The factory configuration in a private home, and the files the benchmarks select. Made
 // once: the benchmark functions run several times each, and the large folders take seconds.
 struct MenuHome {
     px::fuzz::ScratchHome home;
     std::string data = home.folder("data");
     std::string work = home.folder("work");
-    std::shared_ptr<px::platform::StaticFinderSyncController> controller =
-        std::make_shared<px::platform::StaticFinderSyncController>(std::vector<std::string>{},
-                                                                   work);
+    std::shared_ptr<px::PXMenuManager> store =
+        std::make_shared<px::PXMenuManager>(std::make_shared<px::platform::PlistFileSettings>(
+                                                px::xdg::settingsFolder() + "/group.plist"),
+                                            data);
     std::vector<std::string> oneFile = files("one", 1);
     std::vector<std::string> thousandFiles = files("thousand", 1000);
 
-    MenuHome() {
-        px::PXMenuManager::configure(std::make_shared<px::platform::PlistFileSettings>(
-                                         px::xdg::settingsFolder() + "/group.plist"),
-                                     data);
-        px::PXDefaultData::setup();
-        px::platform::install({nullptr, nullptr, nullptr, controller, nullptr});
-    }
+    MenuHome() { px::PXDefaultData(*store).setup(); }
 
     std::vector<std::string> files(const std::string& name, int count) const {
         std::string folder = home.folder(name);
@@ -86,36 +82,52 @@ MenuHome& menuHome() {
     return instance;
 }
 
-void select(std::vector<std::string> selection) {
-    menuHome().controller->setSelection(std::move(selection));
-    menuHome().controller->setTarget(menuHome().work);
+// The request a host makes for a right click on the selection in the work folder.
+std::unique_ptr<px::Request> makeRequest(std::vector<std::string> selection, px::MenuKind kind) {
+    auto controller =
+        std::make_shared<px::platform::StaticFinderSyncController>(selection, menuHome().work);
+    return std::make_unique<px::Request>(
+        px::Request::Options{std::move(selection),
+                             menuHome().work,
+                             kind,
+                             {},
+                             {nullptr, nullptr, nullptr, controller, nullptr},
+                             menuHome().store});
 }
 
-void runMenu(benchmark::State& state, px::MenuKind kind) {
-    px::FinderSync sync;
-    std::size_t entries = countEntries(sync.menuForMenuKind(kind));
+// Times the menu build alone, for one request made beforehand.
+void runMenu(benchmark::State& state, std::vector<std::string> selection, px::MenuKind kind) {
+    auto request = makeRequest(std::move(selection), kind);
+    std::size_t entries = countEntries(px::buildMenu(*request).entries);
     for (auto _ : state) {
-        px::Menu menu = sync.menuForMenuKind(kind);
-        benchmark::DoNotOptimize(menu.data());
+        px::BuiltMenu menu = px::buildMenu(*request);
+        benchmark::DoNotOptimize(menu.entries.data());
     }
     state.counters["entries"] = static_cast<double>(entries);
 }
 
 void BM_MenuOneFile(benchmark::State& state) {
-    select(menuHome().oneFile);
-    runMenu(state, px::MenuKind::ContextualItems);
+    runMenu(state, menuHome().oneFile, px::MenuKind::ContextualItems);
 }
 BENCHMARK(BM_MenuOneFile);
 
+// A right click as the host handles it: the request is made, then its menu built.
+void BM_RequestAndMenuOneFile(benchmark::State& state) {
+    for (auto _ : state) {
+        auto request = makeRequest(menuHome().oneFile, px::MenuKind::ContextualItems);
+        px::BuiltMenu menu = px::buildMenu(*request);
+        benchmark::DoNotOptimize(menu.entries.data());
+    }
+}
+BENCHMARK(BM_RequestAndMenuOneFile);
+
 void BM_MenuThousandFiles(benchmark::State& state) {
-    select(menuHome().thousandFiles);
-    runMenu(state, px::MenuKind::ContextualItems);
+    runMenu(state, menuHome().thousandFiles, px::MenuKind::ContextualItems);
 }
 BENCHMARK(BM_MenuThousandFiles);
 
 void BM_MenuFolderBackground(benchmark::State& state) {
-    select({});
-    runMenu(state, px::MenuKind::ContextualContainer);
+    runMenu(state, {}, px::MenuKind::ContextualContainer);
 }
 BENCHMARK(BM_MenuFolderBackground);
 
@@ -123,14 +135,13 @@ BENCHMARK(BM_MenuFolderBackground);
 // and move list each path's subfolders too.
 void BM_MenuLargeCommonPaths(benchmark::State& state) {
     const auto& folders = menuHome().largeFolders(); // configures the suite first
-    auto& suite = px::PXMenuManager::sharedDefaults();
+    auto& suite = menuHome().store->sharedDefaults();
     px::plist::Array paths;
     for (const auto& folder : folders)
         paths.push_back(px::plist::Value::makeDictionary({{"path", folder}}));
     suite.setObject(px::menukey::kCommonPath, px::plist::Value::makeArray(std::move(paths)));
     suite.setInteger(px::menukey::kCommonPathNextMenu, 3);
-    select(menuHome().oneFile);
-    runMenu(state, px::MenuKind::ContextualItems);
+    runMenu(state, menuHome().oneFile, px::MenuKind::ContextualItems);
     suite.setObject(px::menukey::kCommonPath, px::plist::Value::makeArray());
 }
 BENCHMARK(BM_MenuLargeCommonPaths);

@@ -1,15 +1,19 @@
 // Builds menus for random configurations, selections, menu kinds and preferences, then decodes
-// every tag of the built menu and random tags as well. The actions only record that they were
-// reached: what is fuzzed is the builder and the decoding, not the file work behind them.
+// every tag of the built menu, some again in requests of their own that name the entry's key
+// path, and random tags as well. The actions only record that they were reached: what is fuzzed
+// is the builder and the decoding, not the file work behind them.
 #include "ScratchHome.h"
 #include "config/MenuKeys.h"
 #include "config/PXDefaultData.h"
 #include "config/PXMenuManager.h"
+#include "config/PXURLCache.h"
+#include "extension/Dispatch.h"
 #include "extension/FinderSync.h"
+#include "extension/MenuBuilder.h"
+#include "extension/Request.h"
+#include "platform/MemorySettings.h"
 #include "platform/Platform.h"
 #include "platform/fake/FakeUi.h"
-#include "platform/fake/MemorySettings.h"
-#include "support/PXURLCache.h"
 #include "support/Queues.h"
 
 #include <cstddef>
@@ -109,50 +113,69 @@ const std::vector<std::string> kMenuKeys{px::menukey::kRightMenu, px::menukey::k
 const std::vector<std::string> kExtensions{"png",  "PNG",  "jpg", "txt", "sh",     "scpt", "pdf",
                                            "icns", "docx", "gz",  "",    "tar.gz", "jp2",  "svg"};
 
-// A FinderSync whose actions count their calls and read their arguments instead of acting.
-class RecordingFinderSync final : public px::FinderSync {
+// Commands that count their calls and read their arguments instead of acting.
+class RecordingActions final : public px::MenuActions {
   public:
-    using FinderSync::FinderSync;
+    explicit RecordingActions(const px::Request& request) : m_request(request) {}
     std::size_t calls = 0;
 
-    void createFileWithItem(const px::PXMenuItem::Ptr& item) override { note(item); }
-    void openCommonPath(const std::string& path, const px::PXMenuItem::Ptr& item) override {
-        note(item, path);
+    void createFile(const px::PXMenuItem& item) override { note(&item); }
+    void openCommonPath(const std::string& path, const px::PXMenuItem* entry) override {
+        note(entry, path);
     }
-    void openWithApp(const px::PXMenuItem::Ptr& item,
-                     const std::optional<std::string>& path) override {
-        note(item, path.value_or(""));
+    void openWithApp(const px::PXMenuItem& item) override { note(&item); }
+    void setFolderIcon(const px::PXMenuItem& item) override { note(&item); }
+    void convert(const px::PXMenuItem& target, std::size_t index,
+                 const px::PXMenuItem& parent) override {
+        // The index names the target among the parent's children.
+        if (!parent.children || index >= parent.children->size() ||
+            (*parent.children)[index].get() != &target)
+            __builtin_trap();
+        note(&target, parent.key);
     }
-    void setFolderIcon(const px::PXMenuItem::Ptr& item) override { note(item); }
-    void convertItem(const px::PXMenuItem::Ptr& item, const px::PXMenuItem::Ptr& parent) override {
-        note(item, parent->key);
+    void copyFileInfo(const px::PXMenuItem& digest, std::size_t index) override {
+        note(&digest);
+        calls += index;
     }
-    void copyfileInfo(const px::PXMenuItem::Ptr& item) override { note(item); }
-    void moveAndCopyItem(const px::PXMenuItem::Ptr& item, bool) override { note(item); }
-    void openServe(const std::string& serve, const std::optional<std::string>& path) override {
+    void moveOrCopy(const px::PXMenuItem& destination, bool isCopy) override {
+        note(&destination);
+        calls += isCopy ? 1 : 0;
+    }
+    void openService(const std::string& serve, const std::optional<std::string>& path) override {
         note(nullptr, serve + path.value_or(""));
     }
-    void deletePath() override { note(nullptr, selectPaths().empty() ? "" : selectPaths()[0]); }
-    void copyPath() override { note(nullptr); }
-    void showSystemFiles(const px::PXMenuItem::Ptr& item) override { note(item); }
-    void hideAndShowFiles(const px::PXMenuItem::Ptr& item) override { note(item); }
-    void lockUnlockFiles(const px::PXMenuItem::Ptr& item) override { note(item); }
-    void cutPasteItem(const px::PXMenuItem::Ptr& item) override { note(item); }
-    void encryptedCompress(const px::PXMenuItem::Ptr& item) override { note(item); }
-    void embedFolder() override { note(nullptr); }
-    void unembedFolder() override { note(nullptr); }
-    void startColorPicker() override { note(nullptr); }
-    void executeScript() override { note(nullptr); }
-    void extractIcon() override { note(nullptr); }
-    void goSet() override { note(nullptr); }
-    void goReview() override { note(nullptr); }
+    void deleteItems() override { note(nullptr, firstSelected()); }
+    void copyPath() override { note(nullptr, firstSelected()); }
+    void showSystemFiles(const px::PXMenuItem& item) override { note(&item); }
+    void changeVisibility(px::Visibility visibility) override {
+        note(nullptr, firstSelected());
+        calls += static_cast<std::size_t>(visibility);
+    }
+    void lockUnlock() override { note(nullptr, firstSelected()); }
+    void cutPaste(const px::PXMenuItem& item) override {
+        note(&item);
+        calls += item.cutPaths.size();
+    }
+    void compress() override { note(nullptr, firstSelected()); }
+    void embedFolder() override { note(nullptr, m_request.target()); }
+    void unembedFolder() override { note(nullptr, m_request.target()); }
+    void pickColor() override { note(nullptr); }
+    void executeScript() override { note(nullptr, firstSelected()); }
+    void extractIcon() override { note(nullptr, firstSelected()); }
+    void openSettings() override { note(nullptr); }
+    void offerReview() override { note(nullptr); }
 
   private:
-    void note(const px::PXMenuItem::Ptr& item, const std::string& text = {}) {
+    std::string firstSelected() const {
+        return m_request.selection().empty() ? "" : m_request.selection().front();
+    }
+    void note(const px::PXMenuItem* item, const std::string& text = {}) {
         calls += text.size();
         if (item) calls += item->key.size() + item->path.size() + item->appName.size();
         ++calls;
     }
+
+    const px::Request& m_request;
 };
 
 // The files and folders every input chooses its selection, target and common paths from.
@@ -327,14 +350,14 @@ void setPreferences(FuzzedDataProvider& in, px::platform::Settings& suite) {
     suite.setBool("is reviewed", true);
 }
 
-std::shared_ptr<px::platform::MemorySettings> makeSuite(FuzzedDataProvider& in) {
-    auto suite = std::make_shared<px::platform::MemorySettings>();
-    px::PXMenuManager::configure(suite, world().data);
-    if (in.ConsumeBool()) px::PXDefaultData::setup();
-    changeLists(in, *suite);
-    if (in.ConsumeBool()) addCommonPaths(in, *suite);
-    setPreferences(in, *suite);
-    return suite;
+std::shared_ptr<px::PXMenuManager> makeStore(FuzzedDataProvider& in) {
+    auto store = std::make_shared<px::PXMenuManager>(
+        std::make_shared<px::platform::MemorySettings>(), world().data);
+    if (in.ConsumeBool()) px::PXDefaultData(*store).setup();
+    changeLists(in, store->sharedDefaults());
+    if (in.ConsumeBool()) addCommonPaths(in, store->sharedDefaults());
+    setPreferences(in, store->sharedDefaults());
+    return store;
 }
 
 std::shared_ptr<px::platform::MemorySettings> makeStandardDefaults(FuzzedDataProvider& in) {
@@ -397,40 +420,74 @@ std::int64_t randomTag(FuzzedDataProvider& in) {
     return tag;
 }
 
+// One menu, opened and chosen from as a host does it.
+class Session {
+  public:
+    Session(FuzzedDataProvider& in, std::shared_ptr<px::PXMenuManager> store)
+        : m_in(in), m_store(std::move(store)), m_selection(makeSelection(in)),
+          m_target(pick(in, world().paths)),
+          m_services{
+              std::make_shared<px::platform::FakeUi>(), nullptr, nullptr,
+              std::make_shared<px::platform::StaticFinderSyncController>(m_selection, m_target),
+              makeStandardDefaults(in)},
+          m_kind(static_cast<px::MenuKind>(in.ConsumeIntegralInRange(0, 3))),
+          m_offersReview(in.ConsumeBool()) {}
+
+    // Every entry chosen from the menu just built, then a few chosen as a host does: a request
+    // of their own naming the entry's key path (or a wrong one) and a menu built afresh.
+    void run() {
+        // The host as a file-manager session starts it (clearing the cut list) or as the command
+        // line and the extension process do.
+        px::FinderSync host(m_store, m_services, px::FinderSync::Options{m_in.ConsumeBool()});
+        auto request = makeRequest({});
+        px::BuiltMenu built = px::buildMenu(*request);
+        std::vector<std::int64_t> tags;
+        collectTags(built.entries, tags);
+        RecordingActions actions(*request);
+        for (std::int64_t tag : tags)
+            if (px::dispatch(built, tag, *request, actions) == px::DispatchResult::TagNotFound)
+                __builtin_trap(); // an entry shown that cannot be chosen
+        for (std::size_t i = 0; i < tags.size() && i < 3; ++i) {
+            std::int64_t tag = tags[m_in.ConsumeIntegralInRange<std::size_t>(0, tags.size() - 1)];
+            choose(tag, m_in.ConsumeBool() ? px::keyPathOfTag(built.entries, tag)
+                                           : std::vector<std::string>{someString(m_in)});
+        }
+        for (int n = m_in.ConsumeIntegralInRange(0, 4); n > 0; --n) {
+            if (m_in.ConsumeBool())
+                choose(randomTag(m_in), {});
+            else
+                px::dispatch(built, randomTag(m_in), *request, actions);
+        }
+        // Delayed commands (the review prompt) call the actions, which go now.
+        px::queue::runUntilIdle();
+    }
+
+  private:
+    std::unique_ptr<px::Request> makeRequest(std::vector<std::string> keyPath) const {
+        return std::make_unique<px::Request>(px::Request::Options{m_selection, m_target, m_kind,
+                                                                  std::move(keyPath), m_services,
+                                                                  m_store, m_offersReview});
+    }
+    void choose(std::int64_t tag, std::vector<std::string> keyPath) {
+        auto request = makeRequest(std::move(keyPath));
+        RecordingActions actions(*request);
+        px::dispatch(px::buildMenu(*request), tag, *request, actions);
+        px::queue::runUntilIdle();
+    }
+
+    FuzzedDataProvider& m_in;
+    std::shared_ptr<px::PXMenuManager> m_store;
+    std::vector<std::string> m_selection;
+    std::string m_target;
+    px::platform::Platform m_services;
+    px::MenuKind m_kind;
+    bool m_offersReview;
+};
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FuzzedDataProvider in(data, size);
-    auto suite = makeSuite(in);
-    auto ui = std::make_shared<px::platform::FakeUi>();
-    auto controller = std::make_shared<px::platform::StaticFinderSyncController>(
-        makeSelection(in), pick(in, world().paths));
-    px::platform::install({ui, nullptr, nullptr, controller, makeStandardDefaults(in)});
-    px::PXURLCache::resetForTesting();
-    {
-        RecordingFinderSync sync(px::FinderSync::Options{in.ConsumeBool()});
-        auto kind = static_cast<px::MenuKind>(in.ConsumeIntegralInRange(0, 3));
-
-        std::vector<std::int64_t> tags;
-        collectTags(sync.menuForMenuKind(kind), tags);
-        auto built = sync.rightMenuArray;
-        // Every entry as chosen right after the build, then a few as chosen after a fresh one.
-        for (std::int64_t tag : tags) {
-            sync.rightMenuArray = built;
-            sync.onMenuItemAction(tag);
-        }
-        for (std::size_t i = 0; i < tags.size() && i < 3; ++i) {
-            sync.menuForMenuKind(kind);
-            sync.onMenuItemAction(tags[in.ConsumeIntegralInRange<std::size_t>(0, tags.size() - 1)]);
-        }
-        for (int n = in.ConsumeIntegralInRange(0, 4); n > 0; --n) {
-            if (in.ConsumeBool()) sync.menuForMenuKind(kind);
-            sync.onMenuItemAction(randomTag(in));
-        }
-        px::queue::runUntilIdle();
-    }
-    px::platform::install({});
-    px::PXURLCache::resetForTesting();
-    px::PXMenuManager::configure(nullptr, world().data);
+    Session(in, makeStore(in)).run();
     return 0;
 }

@@ -4,8 +4,8 @@
 #include "ScratchHome.h"
 #include "config/PXDefaultData.h"
 #include "config/PXMenuManager.h"
-#include "config/PlistCodec.h"
-#include "platform/fake/MemorySettings.h"
+#include "platform/MemorySettings.h"
+#include "plist/PlistCodec.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -28,14 +28,15 @@ std::size_t readItems(const px::PXMenuItem::List& items) {
     return total;
 }
 
-std::size_t buildAllLists() {
-    std::size_t total = readItems(px::PXMenuManager::menuItemArray());
-    total += readItems(px::PXMenuManager::newFileTemplateMenuArray(true));
-    total += readItems(px::PXMenuManager::newFileTemplateMenuArray(false));
-    total += readItems(px::PXMenuManager::folderIconMenuArray());
-    total += readItems(px::PXMenuManager::commonAppMenuArray());
-    total += readItems(px::PXMenuManager::commonPathMenuArray());
-    return total + px::PXMenuManager::belongAppMenuArray().size();
+std::size_t buildAllLists(const px::PXMenuManager& store) {
+    px::PXMenuItem::List mainItems = store.menuItemArray();
+    std::size_t total = readItems(mainItems);
+    total += readItems(store.newFileTemplateMenuArray(true));
+    total += readItems(store.newFileTemplateMenuArray(false));
+    total += readItems(store.folderIconMenuArray());
+    total += readItems(store.commonAppMenuArray());
+    total += readItems(store.commonPathMenuArray());
+    return total + px::PXMenuManager::belongAppMenuArray(mainItems).size();
 }
 
 } // namespace
@@ -48,15 +49,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     auto suite = std::make_shared<px::platform::MemorySettings>();
     for (const auto& [key, value] : parsed.value().dictionary())
         suite->setObject(key, value);
-    px::PXMenuManager::configure(suite, dataFolder);
+    px::PXMenuManager store(suite, dataFolder);
 
-    volatile std::size_t sink = buildAllLists();
-    px::PXDefaultData::update();
-    sink = sink + buildAllLists();
-    px::PXDefaultData::setup();
-    sink = sink + buildAllLists();
+    volatile std::size_t sink = buildAllLists(store);
+    px::PXDefaultData(store).update();
+    sink = sink + buildAllLists(store);
+    px::PXDefaultData(store).setup();
+    sink = sink + buildAllLists(store);
     (void)sink;
-
-    px::PXMenuManager::configure(nullptr, dataFolder);
     return 0;
 }

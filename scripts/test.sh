@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Sets up and runs every test: the debug build, then the address/undefined sanitizer build.
+# Sets up and runs every test: the debug build, then the address/undefined sanitizer build, then
+# the Debian packages built from the release build and checked unpacked.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
@@ -9,3 +10,4 @@ for preset in debug asan; do
     cmake --build --preset "$preset" -j "$jobs"
     ctest --preset "$preset" -j "$jobs"
 done
+scripts/check-packages.sh

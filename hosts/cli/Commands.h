@@ -5,7 +5,14 @@
 namespace px::cli {
 
 // Exit statuses of the command line.
-enum ExitStatus { kDone = 0, kBadArguments = 2, kAnswersRanOut = 3, kTagNotFound = 4 };
+enum ExitStatus {
+    kDone = 0,
+    kBadArguments = 2,
+    kAnswersRanOut = 3,
+    kTagNotFound = 4,
+    // `--key` named another entry than the one now at the tag: nothing ran.
+    kEntryChanged = 5,
+};
 
 // A command's outcome, set by its callback and returned by main.
 struct Outcome {

@@ -2,9 +2,10 @@
 #include "Commands.h"
 #include "ConfigLists.h"
 #include "JsonValue.h"
-#include "config/ItemFields.h"
+#include "Store.h"
 #include "config/MenuKeys.h"
 #include "config/PXMenuManager.h"
+#include "plist/ItemFields.h"
 
 #include <fmt/format.h>
 
@@ -18,7 +19,7 @@ void printOverview() {
                    storedList(list.menuKey).size());
     for (const char* key : knownPreferences())
         fmt::print("pref  {:<22} {}\n", key,
-                   toJson(PXMenuManager::sharedDefaults().objectForKey(key)).dump());
+                   toJson(userStore()->sharedDefaults().objectForKey(key)).dump());
 }
 
 void printList(const std::string& menuKey) {
@@ -36,7 +37,7 @@ void listCommand(const std::vector<std::string>& args) {
     if (isPreferences(args[0])) {
         for (const char* key : knownPreferences())
             fmt::print("{:<22} {}\n", key,
-                       toJson(PXMenuManager::sharedDefaults().objectForKey(key)).dump());
+                       toJson(userStore()->sharedDefaults().objectForKey(key)).dump());
         return;
     }
     printList(menuKeyOf(args[0]));
@@ -45,7 +46,7 @@ void listCommand(const std::vector<std::string>& args) {
 void showCommand(const std::vector<std::string>& args) {
     if (isPreferences(args[0])) {
         if (args.size() < 2) throw UsageError("show pref needs a preference key");
-        fmt::print("{}\n", toJson(PXMenuManager::sharedDefaults().objectForKey(args[1])).dump(2));
+        fmt::print("{}\n", toJson(userStore()->sharedDefaults().objectForKey(args[1])).dump(2));
         return;
     }
     std::string menuKey = menuKeyOf(args[0]);

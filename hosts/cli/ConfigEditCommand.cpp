@@ -2,6 +2,7 @@
 #include "Commands.h"
 #include "ConfigLists.h"
 #include "JsonValue.h"
+#include "Store.h"
 #include "config/MenuKeys.h"
 #include "config/PXMenuManager.h"
 
@@ -42,19 +43,19 @@ plist::Value entryFromArguments(const std::string& menuKey, const EditOptions& o
 void addCommand(const EditOptions& options) {
     if (options.args.empty()) throw UsageError("add needs a LIST");
     std::string menuKey = menuKeyOf(options.args[0]);
-    PXMenuManager::addMenuKey(menuKey, entryFromArguments(menuKey, options), options.top);
+    userStore()->addMenuKey(menuKey, entryFromArguments(menuKey, options), options.top);
 }
 
 void removeCommand(const EditOptions& options) {
     std::string menuKey = menuKeyOf(options.args[0]);
     indexOfEntry(storedList(menuKey), menuKey, options.args[1]);
-    PXMenuManager::removeMenuKey(menuKey, options.args[1]);
+    userStore()->removeMenuKey(menuKey, options.args[1]);
 }
 
 void setPreference(const EditOptions& options) {
     if (options.args.size() != 3 && !(options.remove && options.args.size() == 2))
         throw UsageError("set pref needs KEY VALUE (or KEY --remove)");
-    auto& suite = PXMenuManager::sharedDefaults();
+    auto& suite = userStore()->sharedDefaults();
     if (options.remove) return suite.removeObject(options.args[1]);
     suite.setObject(options.args[1], parseValueText(options.args[2], options.type));
 }
@@ -67,7 +68,7 @@ void setCommand(const EditOptions& options) {
     indexOfEntry(storedList(menuKey), menuKey, options.args[1]);
     plist::Value value =
         options.remove ? plist::Value() : parseValueText(options.args[3], options.type);
-    PXMenuManager::updateMenuKey(menuKey, options.args[1], options.args[2], value);
+    userStore()->updateMenuKey(menuKey, options.args[1], options.args[2], value);
 }
 
 std::size_t indexArgument(const std::string& text, std::size_t limit) {
@@ -84,7 +85,7 @@ void moveCommand(const EditOptions& options) {
     if (count == 0) throw UsageError(fmt::format("'{}' is empty", menuKey));
     std::size_t from = indexArgument(options.args[1], count - 1);
     std::size_t to = indexArgument(options.args[2], count);
-    PXMenuManager::changePositionMenuKey(menuKey, from, to);
+    userStore()->changePositionMenuKey(menuKey, from, to);
 }
 
 } // namespace

@@ -2,9 +2,11 @@
 
 #include "Commands.h"
 #include "JsonValue.h"
-#include "config/ItemFields.h"
+#include "Store.h"
 #include "config/MenuKeys.h"
 #include "config/PXMenuManager.h"
+#include "plist/ItemFields.h"
+#include "config/StoredLists.h"
 
 #include <charconv>
 #include <fmt/format.h>
@@ -41,7 +43,7 @@ std::string menuKeyOf(const std::string& name) {
 }
 
 plist::Array storedList(const std::string& menuKey) {
-    plist::Value list = PXMenuManager::sharedDefaults().arrayForKey(menuKey);
+    plist::Value list = storedMenuList(*userStore(), menuKey);
     return list ? list.array() : plist::Array{};
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "config/Value.h"
+#include "plist/Value.h"
 
 #include <array>
 #include <cstddef>

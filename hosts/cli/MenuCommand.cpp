@@ -1,7 +1,8 @@
 // pxmenu menu: the menu for a selection, as an indented tree or as JSON.
 #include "Commands.h"
 #include "Request.h"
-#include "extension/FinderSync.h"
+#include "extension/MenuBuilder.h"
+#include "platform/linux/UserStore.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -37,14 +38,15 @@ void printTree(const Menu& menu, int depth) {
 
 void addMenuCommand(CLI::App& app, Outcome&) {
     auto* menu = app.add_subcommand("menu", "Print the menu for a selection");
-    static Request request;
+    static RequestOptions request;
     static bool json = false;
     request.addOptions(*menu);
     menu->add_flag("--json", json, "Print the menu as JSON");
     menu->callback([] {
-        request.installController();
-        FinderSync sync;
-        Menu built = sync.menuForMenuKind(static_cast<MenuKind>(request.kind));
+        platform::Platform services;
+        services.standardDefaults = platform::openStandardDefaults();
+        Request forMenu(request.toRequest(std::move(services)));
+        Menu built = buildMenu(forMenu).entries;
         if (json)
             fmt::print("{}\n", toJson(built).dump(-1, ' ', false,
                                                   nlohmann::json::error_handler_t::replace));

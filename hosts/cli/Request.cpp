@@ -1,6 +1,6 @@
 #include "Request.h"
 
-#include "platform/Platform.h"
+#include "Store.h"
 #include "support/FileIO.h"
 #include "support/StandardPath.h"
 
@@ -16,7 +16,7 @@ std::string absolutePath(const std::string& path) {
     return standardizePath(path.empty() ? base : base + "/" + path);
 }
 
-void Request::addOptions(CLI::App& command) {
+void RequestOptions::addOptions(CLI::App& command) {
     command
         .add_option("--kind", kind,
                     "Menu kind: 0 selected items, 1 folder background, 2 sidebar, 3 toolbar")
@@ -27,7 +27,7 @@ void Request::addOptions(CLI::App& command) {
     command.add_option("PATH", paths, "The selected items");
 }
 
-std::vector<std::string> Request::selection() const {
+std::vector<std::string> RequestOptions::selection() const {
     std::vector<std::string> result;
     for (const auto& path : paths)
         result.push_back(absolutePath(path));
@@ -44,11 +44,15 @@ std::vector<std::string> Request::selection() const {
     return result;
 }
 
-void Request::installController() const {
-    std::vector<std::string> selection = this->selection();
-    auto& platform = platform::current();
-    platform.controller = std::make_shared<platform::StaticFinderSyncController>(
-        std::move(selection), absolutePath(target));
+Request::Options RequestOptions::toRequest(platform::Platform services) const {
+    Request::Options options;
+    options.selection = selection();
+    options.target = absolutePath(target);
+    options.kind = static_cast<MenuKind>(kind);
+    options.keyPath = keys;
+    options.services = std::move(services);
+    options.store = userStore();
+    return options;
 }
 
 } // namespace px::cli

@@ -2,6 +2,7 @@
 // background (kind 1).
 #include "extension/MenuActivation.h"
 #include "extension/MenuService.h"
+#include "platform/linux/UserStore.h"
 
 #include <KAbstractFileItemActionPlugin>
 #include <KFileItem>
@@ -103,7 +104,7 @@ class PxmenuDolphinPlugin : public KAbstractFileItemActionPlugin {
   public:
     PxmenuDolphinPlugin(QObject* parent, const QVariantList&)
         : KAbstractFileItemActionPlugin(parent) {
-        px::MenuService::hostLoaded();
+        m_service.hostLoaded();
     }
 
     QList<QAction*> actions(const KFileItemListProperties& properties, QWidget* parent) override {
@@ -117,7 +118,7 @@ class PxmenuDolphinPlugin : public KAbstractFileItemActionPlugin {
     }
 
   private:
-    static QList<QAction*> build(const KFileItemListProperties& properties, QWidget* parent) {
+    QList<QAction*> build(const KFileItemListProperties& properties, QWidget* parent) {
         const KFileItemList items = properties.items();
         auto request = std::make_shared<px::MenuRequest>();
         for (const auto& item : items) {
@@ -133,9 +134,11 @@ class PxmenuDolphinPlugin : public KAbstractFileItemActionPlugin {
             request->target = localPath(
                 items.front().url().adjusted(QUrl::RemoveFilename | QUrl::StripTrailingSlash));
         }
-        px::ServiceMenu menu = px::MenuService::menu(*request);
+        px::ServiceMenu menu = m_service.menu(*request);
         return MenuBuilder(std::move(request), parent).actions(menu);
     }
+
+    px::MenuService m_service{px::platform::openUserStore};
 };
 
 K_PLUGIN_CLASS_WITH_JSON(PxmenuDolphinPlugin, "pxmenu-dolphin.json")

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Ui.h"
+
 #include <functional>
 #include <string>
 #include <vector>
@@ -11,12 +13,10 @@ namespace px::alert {
 
 using Handler = std::function<void(int result)>;
 
-void alertWithMsg(const std::string& msg);
-void alertWithMsg(const std::string& msg, const Handler& handler);
-// Buttons "OK" and "Cancel" (localized), in that order.
-void alertPrompWithMsg(const std::string& msg, const Handler& handler);
+void alertWithMsg(platform::Ui& ui, const std::string& msg);
+void alertWithMsg(platform::Ui& ui, const std::string& msg, const Handler& handler);
 // The general form: the custom buttons in order, or one "OK" button when there are none.
-void alertWithMsg(const std::string& msg, const std::vector<std::string>& customButtons,
-                  const Handler& handler);
+void alertWithMsg(platform::Ui& ui, const std::string& msg,
+                  const std::vector<std::string>& customButtons, const Handler& handler);
 
 } // namespace px::alert

@@ -1,8 +1,8 @@
 #include "actions/BlankDocuments.h"
 
-#include "actions/PathName.h"
 #include "config/IconTheme.h"
 #include "support/FileIO.h"
+#include "support/PathName.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "actions/CommandRunner.h"
 
-#include "config/Localization.h"
-#include "platform/linux/ProcessSpawn.h"
+#include "support/ProcessSpawn.h"
+#include "support/Localization.h"
 
 #include <cstdio>
 #include <fmt/format.h>
@@ -22,16 +22,6 @@ std::string asOperand(const std::string& path) {
 
 } // namespace
 
-bool execute(const std::string& command) {
-    return executeArguments({"/bin/bash", "-c", command});
-}
-
-bool executeArguments(const std::vector<std::string>& argv) {
-    auto status = process::runAndWait(argv);
-    if (status.isError()) report(status.error());
-    return !status.isError() && status.value() == 0;
-}
-
 void executeShellFile(const std::string& path) {
     auto started = process::spawnDetached({"/bin/sh", asOperand(path)});
     if (started.isError()) report(started.error());
@@ -41,10 +31,6 @@ std::optional<std::string> executeAppleScriptPath(const std::string& path) {
     struct stat info {};
     if (path.empty() || ::stat(path.c_str(), &info) != 0 || S_ISDIR(info.st_mode))
         return std::nullopt;
-    return localized("Script Runner Not Available Tip");
-}
-
-std::optional<std::string> executeAppleScriptSource(const std::string&) {
     return localized("Script Runner Not Available Tip");
 }
 

@@ -1,17 +1,17 @@
 // "Copy to" and "Move to": the selection goes to a chosen folder, each item as its own job on
 // the background queue, with the progress window open until the last one has ended.
-#include "actions/FileHash.h"
+#include "actions/Commands.h"
 #include "actions/ItemTransfer.h"
 #include "actions/NewFile.h"
-#include "actions/PathName.h"
+#include "actions/ProgressModel.h"
 #include "actions/TransferReport.h"
-#include "archive/PXLoadingWinCtl.h"
-#include "config/Localization.h"
-#include "extension/FinderSync.h"
-#include "support/PXCheckPermit.h"
+#include "extension/PXCheckPermit.h"
+#include "support/FileHash.h"
+#include "support/Localization.h"
+#include "support/PathName.h"
 #include "support/Queues.h"
 
-namespace px {
+namespace px::commands {
 
 namespace {
 
@@ -23,27 +23,27 @@ struct Job {
 };
 
 // The item's folder, or the one the user chooses; nothing when the user cancels.
-std::optional<std::string> destinationOf(const PXMenuItem::Ptr& item, bool isCopy) {
-    if (item && filehash::isValid(item->path)) return item->path;
-    auto chosen = PXCheckPermit::selectFolderWithPrompt(localized(isCopy ? "Copy" : "Move"));
+std::optional<std::string> destinationOf(ActionContext& cx, const PXMenuItem& item, bool isCopy) {
+    if (filehash::isValid(item.path)) return item.path;
+    auto chosen = cx.request.permits().selectFolderWithPrompt(localized(isCopy ? "Copy" : "Move"));
     if (!chosen || !filehash::isValid(*chosen)) return std::nullopt;
     return chosen;
 }
 
 // Main queue: the job's outcome; the last job to end shows the success state, whatever the
 // others' outcomes, and cleans up after it.
-void finishJob(FinderSync& sync, const Job& job, const ErrorOr<void>& result) {
+void finishJob(ActionContext& sync, const Job& job, const ErrorOr<void>& result) {
     if (result.isError())
-        transfer::reportFailure(result.error(), job.source,
+        transfer::reportFailure(sync.request, result.error(), job.source,
                                 path::deletingLastPathComponent(job.target));
     if (--sync.loadingCount > 0) return;
     sync.loadingCount = 0;
-    sync.loadingWinCtl().showSuccess(localized("Success Common Tip"), [&sync] { sync.clean(); });
+    sync.progress().showSuccess(localized("Success Common Tip"), [&sync] { sync.clean(); });
 }
 
-void startJob(FinderSync& sync, Job job) {
+void startJob(ActionContext& sync, Job job) {
     ++sync.loadingCount;
-    sync.loadingWinCtl().open();
+    sync.progress().open();
     queue::enterBackground([&sync, job = std::move(job)] {
         ErrorOr<void> result = job.isCopy
                                    ? transfer::copyItem(job.source, job.target, job.existing)
@@ -54,26 +54,27 @@ void startJob(FinderSync& sync, Job job) {
 
 } // namespace
 
-void FinderSync::moveAndCopyItem(const PXMenuItem::Ptr& item, bool isCopy) {
-    const auto destination = destinationOf(item, isCopy);
+void moveOrCopy(ActionContext& cx, const PXMenuItem& item, bool isCopy) {
+    const auto destination = destinationOf(cx, item, isCopy);
     if (!destination) return;
-    PXCheckPermit::checkPermitWithPath(
+    cx.request.permits().checkPermitWithPath(
         *destination,
-        [this, &destination, isCopy] {
-            const std::vector<std::string> sources = selectURLs();
+        [&cx, &destination, isCopy] {
+            const std::vector<std::string> sources = cx.selection();
             for (const auto& source : sources) {
                 const std::string target =
                     path::appendingPathComponent(*destination, path::lastPathComponent(source));
-                newfile::_replaceFileAlert(
-                    target, [&](const std::string& finalPath, transfer::Existing existing) {
+                newfile::replaceFileAlert(
+                    cx.ui(), target,
+                    [&](const std::string& finalPath, transfer::Existing existing) {
                         if (existing == transfer::Existing::Replace &&
                             transfer::replacesSource(source, finalPath))
-                            return transfer::reportSourceKept(finalPath);
-                        startJob(*this, {source, finalPath, existing, isCopy});
+                            return transfer::reportSourceKept(cx.ui(), finalPath);
+                        startJob(cx, {source, finalPath, existing, isCopy});
                     });
             }
         },
         {});
 }
 
-} // namespace px
+} // namespace px::commands

@@ -1,5 +1,7 @@
 #include "actions/CustomIcon.h"
 
+#include "support/GlibOwners.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <gio/gio.h>
@@ -10,14 +12,8 @@ namespace px::customicon {
 
 namespace {
 
-struct GObjectDeleter {
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-struct GErrorDeleter {
-    void operator()(GError* error) const { g_error_free(error); }
-};
-using OwnedFile = std::unique_ptr<GFile, GObjectDeleter>;
-using OwnedError = std::unique_ptr<GError, GErrorDeleter>;
+using OwnedFile = glib::Object<GFile>;
+using OwnedError = glib::Error;
 
 Error noStore() {
     return Error{"no metadata store is running", ENOTSUP};
@@ -34,7 +30,7 @@ Error failure(const std::string& what, const std::string& path, GError* raw) {
 
 std::string fileUri(const std::string& path) {
     OwnedFile file(g_file_new_for_path(path.c_str()));
-    std::unique_ptr<gchar, decltype(&g_free)> uri(g_file_get_uri(file.get()), &g_free);
+    glib::String uri(g_file_get_uri(file.get()));
     return uri ? std::string(uri.get()) : std::string();
 }
 

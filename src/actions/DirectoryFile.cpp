@@ -1,7 +1,7 @@
 #include "actions/DirectoryFile.h"
 
-#include "actions/PathName.h"
 #include "support/FileIO.h"
+#include "support/PathName.h"
 #include "support/TextLines.h"
 
 #include <cerrno>

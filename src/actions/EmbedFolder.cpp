@@ -1,11 +1,11 @@
 // Gathering the selected items into a new folder beside the first one.
 #include "actions/EmbedFolder.h"
 
-#include "actions/FileHash.h"
+#include "actions/EmbedFolderPrompt.h"
 #include "actions/FreeNameMove.h"
-#include "actions/PXEmbedFolderWinCtl.h"
-#include "actions/PXFile.h"
-#include "actions/PathName.h"
+#include "support/FileHash.h"
+#include "support/PXFile.h"
+#include "support/PathName.h"
 
 #include <cerrno>
 #include <sys/stat.h>
@@ -42,7 +42,7 @@ std::string destinationFolder(const std::string& folder, const PXFile& item, boo
 EmbedOutcome embedItems(const std::vector<std::string>& paths, const std::string& name,
                         bool byExtension) {
     EmbedOutcome outcome;
-    if (paths.empty() || !PXEmbedFolderWinCtl::isUsableName(name)) return outcome;
+    if (paths.empty() || !EmbedFolderPrompt::isUsableName(name)) return outcome;
     const PXFile first(paths.front());
     auto folder = makeFreshFolder(path::appendingPathComponent(first.folder(), name));
     if (folder.isError()) {

@@ -1,12 +1,12 @@
 // Saving the icon of each selected item as a 1024-pixel PNG beside it.
+#include "actions/Commands.h"
 #include "actions/FailureLog.h"
-#include "actions/FileHash.h"
 #include "actions/FileIcon.h"
-#include "actions/PXFile.h"
-#include "extension/FinderSync.h"
+#include "support/FileHash.h"
 #include "support/FileIO.h"
+#include "support/PXFile.h"
 
-namespace px {
+namespace px::commands {
 
 namespace {
 
@@ -23,9 +23,9 @@ void saveIconBeside(const std::string& itemPath) {
 
 } // namespace
 
-void FinderSync::extractIcon() {
-    for (const std::string& itemPath : selectURLs())
+void extractIcon(ActionContext& cx) {
+    for (const std::string& itemPath : cx.selection())
         saveIconBeside(itemPath);
 }
 
-} // namespace px
+} // namespace px::commands

@@ -1,9 +1,9 @@
 #include "actions/FileCopier.h"
 
 #include "actions/DataCopy.h"
-#include "actions/PathName.h"
 #include "actions/TreeRemoval.h"
 #include "support/FileIO.h"
+#include "support/PathName.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -198,7 +198,8 @@ ErrorOr<void> TreeCopier::copySpecial(Place from, Place to, const std::string& p
     if (::mknodat(to.folder, to.name, info.st_mode & (S_IFMT | 0777), info.st_rdev) != 0)
         return failure("cannot create the copy of", parent, from.name, errno);
     made(-1);
-    ::fchmodat(to.folder, to.name, info.st_mode & 07777, 0);
+    // The mode and the times follow where the file system takes them; the node is made either way.
+    [[maybe_unused]] const int modeSet = ::fchmodat(to.folder, to.name, info.st_mode & 07777, 0);
     timespec times[2];
     ::utimensat(to.folder, to.name, timesOf(info, times), AT_SYMLINK_NOFOLLOW);
     return {};

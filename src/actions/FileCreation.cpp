@@ -1,14 +1,14 @@
 #include "actions/FileCreation.h"
 
-#include "actions/FileHash.h"
-#include "actions/PathName.h"
+#include "support/FileHash.h"
 #include "support/FileIO.h"
+#include "support/PathName.h"
+#include "support/TemporaryFiles.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
-#include <random>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,19 +20,6 @@ namespace {
 
 Error errorOf(const std::string& what, const std::error_code& code) {
     return Error{what + ": " + code.message(), code.value()};
-}
-
-// A free hidden name in the target's folder, short enough for any target name.
-std::string temporaryBeside(const std::string& target) {
-    static thread_local std::mt19937_64 random{std::random_device{}()};
-    const std::string folder = path::deletingLastPathComponent(target);
-    for (;;) {
-        std::string candidate =
-            path::appendingPathComponent(folder, ".px-new-" + std::to_string(::getpid()) + "-" +
-                                                     std::to_string(random() % 100000000));
-        struct stat info {};
-        if (::lstat(candidate.c_str(), &info) != 0) return candidate;
-    }
 }
 
 void discard(const std::string& temporary) {
@@ -96,6 +83,13 @@ ErrorOr<void> checkCopyable(const fs::path& source, const std::string& target) {
     return {};
 }
 
+// What a copy wrote, made durable; any write that failed on the way is reported here.
+std::error_code synced(const std::string& temporary) {
+    auto done = io::syncFileSystemOf(path::deletingLastPathComponent(temporary));
+    return done.isError() ? std::error_code(done.error().code, std::generic_category())
+                          : std::error_code();
+}
+
 ErrorOr<void> copyToTemporary(const fs::path& source, const std::string& temporary) {
     std::error_code code;
     if (fs::is_directory(source, code))
@@ -103,6 +97,7 @@ ErrorOr<void> copyToTemporary(const fs::path& source, const std::string& tempora
                  code);
     else
         fs::copy_file(source, temporary, fs::copy_options::none, code);
+    if (!code) code = synced(temporary);
     if (!code) return {};
     discard(temporary);
     return errorOf("cannot copy " + source.native(), code);
@@ -115,13 +110,13 @@ ErrorOr<void> copyItem(const std::string& source, const std::string& target, Exi
     const fs::path resolved = fs::canonical(source, code);
     if (code) return errorOf("cannot read " + source, code);
     TRY(checkCopyable(resolved, target));
-    const std::string temporary = temporaryBeside(target);
+    const std::string temporary = io::temporaryBeside(target);
     TRY(copyToTemporary(resolved, temporary));
     return commit(temporary, target, existing);
 }
 
 ErrorOr<void> writeFile(const std::string& target, std::string_view bytes, Existing existing) {
-    const std::string temporary = temporaryBeside(target);
+    const std::string temporary = io::temporaryBeside(target);
     io::FileDescriptor fd(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
     if (!fd.valid()) return Error::fromErrno("cannot create " + target, errno);
     while (!bytes.empty()) {
@@ -133,6 +128,11 @@ ErrorOr<void> writeFile(const std::string& target, std::string_view bytes, Exist
             return Error::fromErrno("cannot write " + target, failure);
         }
         bytes.remove_prefix(static_cast<std::size_t>(put));
+    }
+    if (::fsync(fd.get()) != 0 || ::close(fd.release()) != 0) {
+        const int failure = errno;
+        discard(temporary);
+        return Error::fromErrno("cannot write " + target, failure);
     }
     return commit(temporary, target, existing);
 }

@@ -1,8 +1,9 @@
 #include "actions/FileIcon.h"
 
-#include "actions/GioFileInfo.h"
 #include "actions/IconThemeFiles.h"
 #include "actions/PixbufImage.h"
+#include "support/GioFileInfo.h"
+#include "support/GlibOwners.h"
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 #include <glib.h>
@@ -26,8 +27,7 @@ bool isRegularFile(const std::string& path) {
 std::optional<std::string> customIconFile(const std::string& itemPath) {
     auto icon = gio::metadataString(itemPath, "metadata::custom-icon");
     if (!icon) return std::nullopt;
-    std::unique_ptr<gchar, decltype(&g_free)> file(
-        g_filename_from_uri(icon->c_str(), nullptr, nullptr), &g_free);
+    glib::String file(g_filename_from_uri(icon->c_str(), nullptr, nullptr));
     std::string path = file ? std::string(file.get()) : *icon;
     if (path.empty() || path.front() != '/' || !isRegularFile(path)) return std::nullopt;
     return path;

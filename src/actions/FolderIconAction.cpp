@@ -1,16 +1,16 @@
 // Giving the selected items a custom icon from the folder-icon list, or taking it away: the
 // desktop's metadata attribute for every item and, for folders, the ".directory" file's icon.
+#include "actions/Commands.h"
 #include "actions/CustomIcon.h"
 #include "actions/DirectoryFile.h"
 #include "actions/FailureLog.h"
 #include "actions/FolderIconImage.h"
-#include "extension/FinderSync.h"
 
 #include <cerrno>
 #include <sys/stat.h>
 #include <vector>
 
-namespace px {
+namespace px::commands {
 
 namespace {
 
@@ -49,12 +49,12 @@ Failures removeIcon(const std::string& path) {
 
 } // namespace
 
-void FinderSync::setFolderIcon(const PXMenuItem::Ptr& item) {
+void setFolderIcon(ActionContext& cx, const PXMenuItem& item) {
     std::optional<std::string> image;
-    if (item->key != "Recover Icon") image = foldericon::imageFileFor(*item);
-    for (const auto& path : selectURLs())
+    if (item.key != "Recover Icon") image = foldericon::imageFileFor(cx.store(), item);
+    for (const auto& path : cx.selection())
         for (const auto& failure : image ? setIcon(path, *image) : removeIcon(path))
             logFailure(failure);
 }
 
-} // namespace px
+} // namespace px::commands

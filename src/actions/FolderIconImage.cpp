@@ -1,9 +1,9 @@
 #include "actions/FolderIconImage.h"
 
-#include "actions/FileHash.h"
 #include "actions/IconThemeFiles.h"
 #include "config/IconTheme.h"
 #include "config/PXMenuManager.h"
+#include "support/FileHash.h"
 #include "support/FileIO.h"
 
 #include <filesystem>
@@ -24,10 +24,10 @@ bool isReadableImage(const std::string& path) {
     return gdk_pixbuf_get_file_info(path.c_str(), &width, &height) != nullptr;
 }
 
-std::optional<std::string> userImage(const std::string& iconPath) {
+std::optional<std::string> userImage(const PXMenuManager& store, const std::string& iconPath) {
     if (!filehash::isValid(iconPath)) return std::nullopt;
     std::string path =
-        iconPath.front() == '/' ? iconPath : PXMenuManager::folderIconFolder() + "/" + iconPath;
+        iconPath.front() == '/' ? iconPath : store.folderIconFolder() + "/" + iconPath;
     if (!isReadableImage(path)) return std::nullopt;
     return path;
 }
@@ -63,8 +63,8 @@ std::optional<std::string> menuImageFile(const PXMenuItem& item) {
 
 } // namespace
 
-std::optional<std::string> imageFileFor(const PXMenuItem& item) {
-    if (auto image = userImage(item.iconPath)) return image;
+std::optional<std::string> imageFileFor(const PXMenuManager& store, const PXMenuItem& item) {
+    if (auto image = userImage(store, item.iconPath)) return image;
     if (auto picture = folderPicture(item.icon)) return picture;
     return menuImageFile(item);
 }

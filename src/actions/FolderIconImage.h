@@ -1,6 +1,7 @@
 #pragma once
 
 #include "config/PXMenuItem.h"
+#include "config/PXMenuManager.h"
 
 #include <optional>
 #include <string>
@@ -17,6 +18,6 @@ namespace px::foldericon {
 // 3. the icon-theme file of the image the entry shows in menus (its icon, else the "folder"
 //    or file-type image of its path).
 // Nothing when none exists; the items then lose their custom icon.
-std::optional<std::string> imageFileFor(const PXMenuItem& item);
+std::optional<std::string> imageFileFor(const PXMenuManager& store, const PXMenuItem& item);
 
 } // namespace px::foldericon

@@ -1,6 +1,6 @@
 #include "actions/FreeNameMove.h"
 
-#include "actions/FileHash.h"
+#include "support/FileHash.h"
 
 #include <cerrno>
 #include <cstdio>

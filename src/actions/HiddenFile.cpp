@@ -1,7 +1,7 @@
 #include "actions/HiddenFile.h"
 
-#include "actions/PathName.h"
 #include "support/FileIO.h"
+#include "support/PathName.h"
 #include "support/TextLines.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 #include "actions/IconThemeFiles.h"
 
 #include "support/FileIO.h"
+#include "support/GlibOwners.h"
 #include "support/Xdg.h"
 
 #include <algorithm>
@@ -17,11 +18,8 @@ namespace {
 struct KeyFileDeleter {
     void operator()(GKeyFile* file) const { g_key_file_free(file); }
 };
-struct GFreeDeleter {
-    void operator()(gpointer pointer) const { g_free(pointer); }
-};
 using KeyFile = std::unique_ptr<GKeyFile, KeyFileDeleter>;
-using OwnedChars = std::unique_ptr<gchar, GFreeDeleter>;
+using OwnedChars = glib::String;
 
 constexpr const char* kExtensions[] = {".png", ".svg", ".xpm"};
 

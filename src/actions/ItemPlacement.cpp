@@ -1,13 +1,13 @@
 #include "actions/ItemPlacement.h"
 
-#include "actions/PathName.h"
 #include "actions/TreeRemoval.h"
+#include "support/PathName.h"
+#include "support/TemporaryFiles.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
 #include <fmt/format.h>
-#include <random>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -32,7 +32,7 @@ ErrorOr<void> renameKeeping(const std::string& from, const std::string& to) {
 // rename(2) cannot put a folder over a file, a file over a folder, or anything over a folder
 // with contents: the old item steps aside first and goes once the new one is in place.
 ErrorOr<void> renameAside(const std::string& from, const std::string& to) {
-    const std::string aside = temporaryBeside(to);
+    const std::string aside = io::temporaryBeside(to);
     if (::rename(to.c_str(), aside.c_str()) != 0)
         return Error::fromErrno("cannot replace " + to, errno);
     if (::rename(from.c_str(), to.c_str()) != 0) {
@@ -57,16 +57,6 @@ ErrorOr<void> renameReplacing(const std::string& from, const std::string& to) {
 }
 
 } // namespace
-
-std::string temporaryBeside(const std::string& target) {
-    static thread_local std::mt19937_64 random{std::random_device{}()};
-    const std::string folder = path::deletingLastPathComponent(target);
-    for (;;) {
-        std::string candidate = path::appendingPathComponent(
-            folder, fmt::format(".px-{}-{:08x}", ::getpid(), random() & 0xffffffffu));
-        if (!existsAt(candidate)) return candidate;
-    }
-}
 
 ErrorOr<void> place(const std::string& from, const std::string& to, creation::Existing existing) {
     return existing == creation::Existing::Replace ? renameReplacing(from, to)

@@ -9,9 +9,6 @@
 // the old item or the complete new one.
 namespace px::placement {
 
-// A free hidden name in the folder of `target` (".px-<pid>-<random>"), for an item being made.
-std::string temporaryBeside(const std::string& target);
-
 // Renames `from` to `to`. With Existing::Keep it fails with EEXIST, changing nothing, when
 // something is at `to`. With Existing::Replace the item at `to` is replaced: atomically where
 // rename(2) can (a file over a file, a folder over an empty folder); else it is first renamed

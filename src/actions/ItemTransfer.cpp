@@ -2,8 +2,9 @@
 
 #include "actions/FileCopier.h"
 #include "actions/ItemPlacement.h"
-#include "actions/PathName.h"
 #include "actions/TreeRemoval.h"
+#include "support/PathName.h"
+#include "support/TemporaryFiles.h"
 
 #include <cerrno>
 #include <climits>
@@ -63,9 +64,11 @@ bool onOneFileSystem(const std::string& source, const std::string& target) {
 // A copy beside the target under a temporary name, then put in place.
 ErrorOr<void> copyIntoPlace(const std::string& source, const std::string& target,
                             Existing existing) {
-    const std::string temporary = placement::temporaryBeside(target);
+    const std::string temporary = io::temporaryBeside(target);
     TRY(filecopy::copyItem(source, temporary));
-    auto placed = placement::place(temporary, target, existing);
+    // One flush for the whole copy: a write that failed at the last moment is caught here.
+    auto placed = io::syncFileSystemOf(path::deletingLastPathComponent(temporary));
+    if (!placed.isError()) placed = placement::place(temporary, target, existing);
     if (placed.isError())
         (void)filecopy::removeTree(temporary, filecopy::Permissions::MakeWritable);
     return placed;

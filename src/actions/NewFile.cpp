@@ -2,13 +2,13 @@
 
 #include "actions/Alerts.h"
 #include "actions/BlankDocuments.h"
-#include "actions/FileHash.h"
-#include "actions/PXFile.h"
-#include "actions/PathName.h"
-#include "config/Localization.h"
 #include "config/PXMenuManager.h"
-#include "platform/Platform.h"
+#include "support/FileHash.h"
 #include "support/FileIO.h"
+#include "support/GlibOwners.h"
+#include "support/Localization.h"
+#include "support/PXFile.h"
+#include "support/PathName.h"
 #include "support/Xdg.h"
 
 #include <cctype>
@@ -26,9 +26,9 @@ bool existsAt(const std::string& path) {
     return ::lstat(path.c_str(), &info) == 0;
 }
 
-void reportFailure(const Error& error) {
+void reportFailure(platform::Ui& ui, const Error& error) {
     std::cerr << "pxmenu: " << error.message << '\n';
-    alert::alertWithMsg(localized("Error Common Tip"));
+    alert::alertWithMsg(ui, localized("Error Common Tip"));
 }
 
 ErrorOr<void> writeContents(const std::string& path, const std::string& ext,
@@ -69,31 +69,31 @@ std::string pathWithExtension(const std::string& path, const std::string& ext) {
     return path + "." + ext;
 }
 
-void _replaceFileAlert(const std::string& path, const PathBlock& block) {
+void replaceFileAlert(platform::Ui& ui, const std::string& path, const PathBlock& block) {
     if (!existsAt(path)) return block(path, creation::Existing::Keep);
     platform::Ui::Alert prompt;
     prompt.message = localized("Tip");
     prompt.informative = localizedFormat("Same FileName Tip", path::lastPathComponent(path));
     prompt.buttons = {localized("Keep Both"), localized("Stop"), localized("Replace")};
-    const int answer = platform::ui().runAlert(prompt);
+    const int answer = ui.runAlert(prompt);
     if (answer == kReplace) return block(path, creation::Existing::Replace);
     if (answer == kKeepBoth) block(filehash::uniquePath(path), creation::Existing::Keep);
 }
 
-bool makeFile(const std::string& path, const std::string& ext, const PXMenuItem::Ptr& item,
-              creation::Existing existing) {
+bool makeFile(const Request& request, const std::string& path, const std::string& ext,
+              const PXMenuItem* item, creation::Existing existing) {
     auto made = writeContents(path, ext, item ? item->templatePath : std::string(), existing);
     if (made.isError()) {
-        reportFailure(made.error());
+        reportFailure(request.ui(), made.error());
         return false;
     }
-    if (PXMenuManager::sharedDefaults().boolForKey("open new file"))
-        platform::workspace().openURL(PXFile(path).url());
+    if (request.preferences().boolForKey("open new file"))
+        request.workspace().openURL(PXFile(path).url());
     return true;
 }
 
 std::string uuid() {
-    std::unique_ptr<gchar, decltype(&g_free)> text(g_uuid_string_random(), &g_free);
+    glib::String text(g_uuid_string_random());
     std::string result(text.get());
     for (char& c : result)
         c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));

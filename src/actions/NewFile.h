@@ -2,6 +2,7 @@
 
 #include "actions/FileCreation.h"
 #include "config/PXMenuItem.h"
+#include "extension/Request.h"
 
 #include <functional>
 #include <string>
@@ -41,13 +42,13 @@ using PathBlock = std::function<void(const std::string& path, creation::Existing
 // The collision prompt. With nothing at `path`, calls the block with it at once. Otherwise asks
 // "Keep Both" (the block gets the first free numbered name), "Stop" (nothing happens) or
 // "Replace" (the block gets the path, to be replaced).
-void _replaceFileAlert(const std::string& path, const PathBlock& block);
+void replaceFileAlert(platform::Ui& ui, const std::string& path, const PathBlock& block);
 
 // Makes the file at `path`: a copy of the item's template when it has one, else the shipped
 // blank document for the extension, else an empty file. Then opens it when the preference
 // "open new file" is on. A failure is shown as an alert and leaves nothing half made.
-bool makeFile(const std::string& path, const std::string& ext, const PXMenuItem::Ptr& item,
-              creation::Existing existing);
+bool makeFile(const Request& request, const std::string& path, const std::string& ext,
+              const PXMenuItem* item, creation::Existing existing);
 
 // A new random UUID in upper-case text ("1B4E28BA-2FA1-11D2-883F-0016D3CCA427").
 std::string uuid();

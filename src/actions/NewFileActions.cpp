@@ -1,52 +1,52 @@
 // "New File": a file from a template in the folder being shown, from a save panel, and the
 // entry that turns a selected file into a new template.
 #include "actions/Alerts.h"
-#include "actions/FileHash.h"
+#include "actions/Commands.h"
 #include "actions/FileIcon.h"
 #include "actions/NewFile.h"
 #include "actions/PXSelectFileTypeViewCtl.h"
-#include "archive/PXLoadingWinCtl.h"
-#include "config/Localization.h"
+#include "actions/ProgressModel.h"
 #include "config/MenuKeys.h"
 #include "config/PXMenuManager.h"
-#include "extension/FinderSync.h"
-#include "platform/Platform.h"
+#include "support/FileHash.h"
 #include "support/FileIO.h"
+#include "support/Localization.h"
+#include "support/PXFile.h"
 
 #include <iostream>
 #include <memory>
 
-namespace px {
+namespace px::commands {
 
 namespace {
 
 using creation::Existing;
 
-void newPlainFile(const std::string& folder, const PXMenuItem::Ptr& item) {
-    const std::string ext = newfile::effectiveExtension(*item);
-    newfile::_replaceFileAlert(newfile::plainFilePath(folder, *item),
-                               [&](const std::string& path, Existing existing) {
-                                   newfile::makeFile(path, ext, item, existing);
-                               });
+void newPlainFile(ActionContext& cx, const std::string& folder, const PXMenuItem& item) {
+    const std::string ext = newfile::effectiveExtension(item);
+    newfile::replaceFileAlert(cx.ui(), newfile::plainFilePath(folder, item),
+                              [&](const std::string& path, Existing existing) {
+                                  newfile::makeFile(cx.request, path, ext, &item, existing);
+                              });
 }
 
 // The panel confirmed any overwrite of the file it answered. A name that gets the chosen
 // extension appended is a different path, and a panel never offers to replace a folder: the
 // collision prompt guards those.
-void makeFromPanel(const std::string& answered, const std::string& ext,
-                   const PXMenuItem::Ptr& item) {
+void makeFromPanel(ActionContext& cx, const std::string& answered, const std::string& ext,
+                   const PXMenuItem* item) {
     const std::string path = newfile::pathWithExtension(answered, ext);
     if (path == answered && !filehash::isFolder(path)) {
-        newfile::makeFile(path, ext, item, Existing::Replace);
+        newfile::makeFile(cx.request, path, ext, item, Existing::Replace);
         return;
     }
-    newfile::_replaceFileAlert(path, [&](const std::string& finalPath, Existing existing) {
-        newfile::makeFile(finalPath, ext, item, existing);
+    newfile::replaceFileAlert(cx.ui(), path, [&](const std::string& finalPath, Existing existing) {
+        newfile::makeFile(cx.request, finalPath, ext, item, existing);
     });
 }
 
-void newFileFromWindow(const std::string& folder) {
-    PXSelectFileTypeViewCtl chooser;
+void newFileFromWindow(ActionContext& cx, const std::string& folder) {
+    PXSelectFileTypeViewCtl chooser(cx.store());
     auto chosenExtension = std::make_shared<std::string>();
     chooser.selectHandler = [chosenExtension](const PXMenuItem::Ptr& item) {
         *chosenExtension = item ? newfile::effectiveExtension(*item) : std::string();
@@ -55,9 +55,9 @@ void newFileFromWindow(const std::string& folder) {
     request.directory = folder;
     request.name = localized("Untitled");
     chooser.attachTo(request);
-    auto answer = platform::ui().runSavePanel(request);
+    auto answer = cx.ui().runSavePanel(request);
     if (!answer || answer->path.empty()) return;
-    makeFromPanel(answer->path, *chosenExtension, chooser.currentItem);
+    makeFromPanel(cx, answer->path, *chosenExtension, chooser.currentItem.get());
 }
 
 // The template entry for a copied file, with "iconPath" only when an icon was saved.
@@ -71,17 +71,18 @@ plist::Value templateEntry(const std::string& key, const PXFile& source,
     return plist::Value::makeDictionary(std::move(entry));
 }
 
-void failed(const Error& error) {
+void failed(ActionContext& cx, const Error& error) {
     std::cerr << "pxmenu: " << error.message << '\n';
-    alert::alertWithMsg(localized("Error Common Tip"));
+    alert::alertWithMsg(cx.ui(), localized("Error Common Tip"));
 }
 
 // Copies the item into the template folder as <key>; false (after the alert) on failure.
-bool copyIntoTemplates(const PXFile& source, const std::string& templates, const std::string& key) {
+bool copyIntoTemplates(ActionContext& cx, const PXFile& source, const std::string& templates,
+                       const std::string& key) {
     auto made = io::makeDirectories(templates);
     if (made) made = creation::copyItem(source.path, templates + "/" + key, Existing::Keep);
     if (made) return true;
-    failed(made.error());
+    failed(cx, made.error());
     return false;
 }
 
@@ -96,26 +97,25 @@ std::string saveTemplateIcon(const PXFile& source, const std::string& templates,
 }
 
 // The first selected item becomes a new entry of the template list.
-void addToFileTemplate(FinderSync& sync) {
-    if (sync.selectURLs().empty()) return;
-    const PXFile source(sync.selectURLs().front());
+void addToFileTemplate(ActionContext& cx) {
+    if (cx.selection().empty()) return;
+    const PXFile source(cx.selection().front());
     const std::string key = newfile::uuid();
-    const std::string templates = PXMenuManager::fileTemplateFolder();
-    if (!copyIntoTemplates(source, templates, key)) return;
+    const std::string templates = cx.store().fileTemplateFolder();
+    if (!copyIntoTemplates(cx, source, templates, key)) return;
     const std::string iconPath = saveTemplateIcon(source, templates, key);
-    PXMenuManager::addMenuKey(menukey::kNewFile,
-                              templateEntry(key, source, iconPath, templates + "/" + key), false);
-    sync.loadingWinCtl().showSuccess(localized("Success Common Tip"), [&sync] { sync.clean(); });
+    cx.store().addMenuKey(menukey::kNewFile,
+                          templateEntry(key, source, iconPath, templates + "/" + key), false);
+    cx.progress().showSuccess(localized("Success Common Tip"), [&cx] { cx.clean(); });
 }
 
 } // namespace
 
-void FinderSync::createFileWithItem(const PXMenuItem::Ptr& item) {
-    if (!item) return;
-    if (item->isAddToFileTemplate()) return addToFileTemplate(*this);
-    const std::string folder = newfile::targetFolder(selectURLs());
-    if (item->isNewFileFromWindow()) return newFileFromWindow(folder);
-    newPlainFile(folder, item);
+void createFile(ActionContext& cx, const PXMenuItem& item) {
+    if (item.isAddToFileTemplate()) return addToFileTemplate(cx);
+    const std::string folder = newfile::targetFolder(cx.selection());
+    if (item.isNewFileFromWindow()) return newFileFromWindow(cx, folder);
+    newPlainFile(cx, folder, item);
 }
 
-} // namespace px
+} // namespace px::commands

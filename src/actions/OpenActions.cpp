@@ -1,13 +1,13 @@
 // Handing the selection to an application or to a terminal service.
 #include "actions/Alerts.h"
-#include "actions/FileHash.h"
+#include "actions/Commands.h"
 #include "actions/PXTools.h"
-#include "config/Localization.h"
-#include "extension/FinderSync.h"
 #include "platform/Platform.h"
+#include "support/FileHash.h"
+#include "support/Localization.h"
 #include "support/Xdg.h"
 
-namespace px {
+namespace px::commands {
 
 namespace {
 
@@ -21,37 +21,39 @@ std::vector<std::string> itemsFor(const std::optional<std::string>& path, bool o
     return {*path};
 }
 
-void openErrorAlert() {
-    alert::alertWithMsg(localized("Open Error Tip"));
+void openErrorAlert(ActionContext& cx) {
+    alert::alertWithMsg(cx.ui(), localized("Open Error Tip"));
 }
 
 } // namespace
 
-void FinderSync::openWithApp(const PXMenuItem::Ptr& item, const std::optional<std::string>& path) {
-    if (!item || !filehash::isValid(item->appName)) return;
-    const std::string appName = item->appName;
+void openWithApp(ActionContext& cx, const PXMenuItem& item,
+                 const std::optional<std::string>& path) {
+    if (!filehash::isValid(item.appName)) return;
+    const std::string appName = item.appName;
     auto open = [&](const std::optional<std::string>& target) {
-        return platform::applications().openWithApplication(appName,
-                                                            itemsFor(target, isSelectURL, appName));
+        return cx.request.applications().openWithApplication(
+            appName, itemsFor(target, cx.request.onItems(), appName));
     };
     const bool pathGiven = path && filehash::isValid(*path);
     if (pathGiven && open(path)) return;
-    const std::vector<std::string> selection = selectURLs();
+    const std::vector<std::string> selection = cx.selection();
     if (!pathGiven && !selection.empty()) {
         // One launch per item in order; after a failure the application alone is tried, and
         // when that fails too the remaining items are left alone.
         for (const auto& selected : selection)
-            if (!open(selected) && !open(std::nullopt)) return openErrorAlert();
+            if (!open(selected) && !open(std::nullopt)) return openErrorAlert(cx);
         return;
     }
-    if (!open(std::nullopt)) openErrorAlert();
+    if (!open(std::nullopt)) openErrorAlert(cx);
 }
 
-void FinderSync::openServe(const std::string& serve, const std::optional<std::string>& path) {
-    std::vector<std::string> urls = selectURLs();
+void openService(ActionContext& cx, const std::string& serve,
+                 const std::optional<std::string>& path) {
+    std::vector<std::string> urls = cx.selection();
     if (path && filehash::isValid(*path)) urls = {*path};
     if (urls.empty()) urls = {xdg::userDirectory("DESKTOP")};
-    PXTools::runService(serve, urls);
+    PXTools::runService(cx.request.systemServices(), serve, urls);
 }
 
-} // namespace px
+} // namespace px::commands

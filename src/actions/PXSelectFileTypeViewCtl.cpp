@@ -1,20 +1,20 @@
 #include "actions/PXSelectFileTypeViewCtl.h"
 
-#include "config/Localization.h"
 #include "config/PXMenuManager.h"
+#include "support/Localization.h"
 
 namespace px {
 
-PXSelectFileTypeViewCtl::PXSelectFileTypeViewCtl()
-    : fileArray(PXMenuManager::newFileTemplateMenuArray(true)) {}
+PXSelectFileTypeViewCtl::PXSelectFileTypeViewCtl(const PXMenuManager& store)
+    : fileArray(store.newFileTemplateMenuArray(true)),
+      m_withIcons(!store.sharedDefaults().boolForKey("pref check4")) {}
 
 std::string PXSelectFileTypeViewCtl::tipLabel() {
     return localized("File Type") + ":";
 }
 
 std::vector<PXSelectFileTypeViewCtl::Entry> PXSelectFileTypeViewCtl::entries() const {
-    const bool withIcons = !PXMenuManager::sharedDefaults().boolForKey("pref check4");
-    return platform::fileTypeEntries(fileArray, withIcons);
+    return platform::fileTypeEntries(fileArray, m_withIcons);
 }
 
 void PXSelectFileTypeViewCtl::loadView() {

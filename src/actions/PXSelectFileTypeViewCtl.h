@@ -1,6 +1,7 @@
 #pragma once
 
 #include "config/PXMenuItem.h"
+#include "config/PXMenuManager.h"
 #include "platform/PromptSupport.h"
 #include "platform/Ui.h"
 
@@ -18,7 +19,7 @@ class PXSelectFileTypeViewCtl {
   public:
     using Entry = platform::FileTypeEntry;
 
-    PXSelectFileTypeViewCtl();
+    explicit PXSelectFileTypeViewCtl(const PXMenuManager& store);
 
     std::function<void(const PXMenuItem::Ptr&)> selectHandler;
     PXMenuItem::Ptr currentItem;
@@ -38,6 +39,9 @@ class PXSelectFileTypeViewCtl {
     // Puts the chooser into a save panel request. The panel shows the view: it reports the
     // first entry at once and every later choice. The controller must outlive the panel.
     void attachTo(platform::Ui::SaveRequest& request);
+
+  private:
+    bool m_withIcons;
 };
 
 } // namespace px

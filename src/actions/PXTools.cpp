@@ -1,13 +1,13 @@
 #include "actions/PXTools.h"
 
-#include "platform/Platform.h"
 #include "support/Queues.h"
 
 namespace px {
 
-bool PXTools::runService(const std::string& serve, const std::vector<std::string>& fileURLs) {
+bool PXTools::runService(platform::Services& services, const std::string& serve,
+                         const std::vector<std::string>& paths) {
     if (!queue::isMainThread()) return false;
-    return platform::services().performService(serve, fileURLs);
+    return services.performService(serve, paths);
 }
 
 } // namespace px

@@ -1,5 +1,7 @@
 #include "actions/PixbufImage.h"
 
+#include "support/GlibOwners.h"
+
 #include <algorithm>
 #include <gdk-pixbuf/gdk-pixbuf.h>
 #include <memory>
@@ -9,10 +11,7 @@ namespace px::pixbuf {
 
 namespace {
 
-struct PixbufDeleter {
-    void operator()(GdkPixbuf* pixbuf) const { g_object_unref(pixbuf); }
-};
-using Pixbuf = std::unique_ptr<GdkPixbuf, PixbufDeleter>;
+using Pixbuf = glib::Object<GdkPixbuf>;
 
 Pixbuf load(const std::string& imagePath, int size) {
     GError* error = nullptr;

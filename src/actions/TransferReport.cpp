@@ -2,10 +2,10 @@
 
 #include "actions/Alerts.h"
 #include "actions/FailureLog.h"
-#include "actions/FileHash.h"
-#include "actions/PathName.h"
-#include "config/Localization.h"
-#include "support/PXCheckPermit.h"
+#include "extension/PXCheckPermit.h"
+#include "support/FileHash.h"
+#include "support/Localization.h"
+#include "support/PathName.h"
 
 #include <cerrno>
 
@@ -19,18 +19,19 @@ bool isAccessRefusal(int code) {
 
 } // namespace
 
-void reportFailure(const Error& error, const std::string& source, const std::string& folder) {
+void reportFailure(const Request& request, const Error& error, const std::string& source,
+                   const std::string& folder) {
     logFailure(error);
     if (isAccessRefusal(error.code)) {
-        PXCheckPermit::accessPrivacy(filehash::isWritable(folder) ? source : folder);
+        request.permits().accessPrivacy(filehash::isWritable(folder) ? source : folder);
         return;
     }
-    alert::alertWithMsg(localized("Error Common Tip") + "\n\n" + error.message);
+    alert::alertWithMsg(request.ui(), localized("Error Common Tip") + "\n\n" + error.message);
 }
 
-void reportSourceKept(const std::string& target) {
+void reportSourceKept(platform::Ui& ui, const std::string& target) {
     logFailure({"will not replace " + target + " with itself", EINVAL});
-    alert::alertWithMsg(localizedFormat("Replace Source Tip", path::lastPathComponent(target)));
+    alert::alertWithMsg(ui, localizedFormat("Replace Source Tip", path::lastPathComponent(target)));
 }
 
 } // namespace px::transfer

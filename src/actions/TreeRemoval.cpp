@@ -1,7 +1,7 @@
 #include "actions/TreeRemoval.h"
 
-#include "actions/PathName.h"
 #include "support/FileIO.h"
+#include "support/PathName.h"
 
 #include <cerrno>
 #include <dirent.h>
@@ -33,7 +33,10 @@ class Remover {
   private:
     // Removes everything inside the folder `name`.
     ErrorOr<void> empty(int folder, const char* name, const std::string& shown) {
-        if (m_permissions == Permissions::MakeWritable) ::fchmodat(folder, name, S_IRWXU, 0);
+        if (m_permissions == Permissions::MakeWritable) {
+            // Best effort: a folder that stays closed fails at the open below, with its reason.
+            [[maybe_unused]] const int opened = ::fchmodat(folder, name, S_IRWXU, 0);
+        }
         int fd = ::openat(folder, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
         if (fd < 0) return Error::fromErrno("cannot remove " + shown, errno);
         std::unique_ptr<DIR, DirCloser> dir(::fdopendir(fd));

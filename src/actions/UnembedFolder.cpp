@@ -1,8 +1,8 @@
 // Moving a folder's visible entries up one level and removing the emptied folder.
 #include "actions/EmbedFolder.h"
-#include "actions/FileHash.h"
 #include "actions/FreeNameMove.h"
-#include "actions/PathName.h"
+#include "support/FileHash.h"
+#include "support/PathName.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,29 +1,19 @@
 // Hiding and unhiding items through their folders' ".hidden" files, and the instruction that
 // switches the file manager's display of hidden files.
+#include "actions/Commands.h"
 #include "actions/FailureLog.h"
-#include "actions/FileHash.h"
 #include "actions/HiddenFile.h"
-#include "actions/PathName.h"
-#include "config/Localization.h"
-#include "extension/FinderSync.h"
-#include "platform/Platform.h"
+#include "support/FileHash.h"
+#include "support/Localization.h"
+#include "support/PathName.h"
 #include "support/Xdg.h"
 
 #include <algorithm>
 #include <optional>
 
-namespace px {
+namespace px::commands {
 
 namespace {
-
-enum class Visibility { Hidden, Shown };
-
-// The item's command names the change: "chflags hidden" or "chflags nohidden".
-std::optional<Visibility> visibilityFor(const std::string& command) {
-    if (command == "chflags hidden") return Visibility::Hidden;
-    if (command == "chflags nohidden") return Visibility::Shown;
-    return std::nullopt;
-}
 
 void apply(Visibility visibility, const std::string& folder,
            const std::vector<std::string>& names) {
@@ -61,34 +51,32 @@ std::vector<std::string> visibleEntries(const std::string& folder) {
 
 } // namespace
 
-void FinderSync::hideAndShowFiles(const PXMenuItem::Ptr& item) {
-    auto visibility = visibilityFor(item->command);
-    if (!visibility) return;
-    if (isSelectURL) return applyToItems(*visibility, platform::controller().selectedItemURLs());
-    std::string folder = targetURL();
+void changeVisibility(ActionContext& cx, Visibility visibility) {
+    if (visibility == Visibility::Unchanged) return;
+    if (cx.request.onItems()) return applyToItems(visibility, cx.selection());
+    const std::string& folder = cx.request.target();
     if (!filehash::isValid(folder)) return;
     std::vector<std::string> names = visibleEntries(folder);
-    if (!names.empty()) apply(*visibility, folder, names);
+    if (!names.empty()) apply(visibility, folder, names);
 }
 
-void FinderSync::showSystemFiles(const PXMenuItem::Ptr& item) {
-    auto& ui = platform::ui();
+void showSystemFiles(ActionContext& cx, const PXMenuItem& item) {
+    auto& ui = cx.ui();
     const std::string show = localized("System Hide Files Show");
     const std::string hide = localized("System Hide Files Hide");
-    int choice = ui.runAlert({localized(item->key),
+    int choice = ui.runAlert({localized(item.key),
                               localized("System Hide Files Tip"),
                               {show, hide, localized("Cancel")}});
     if (choice != 1000 && choice != 1001) return;
     const bool showing = choice == 1000;
     const std::string argument = showing ? "true" : "false";
-    filehash::copyToPasteboard(formatLocalizedText(item->command, std::span(&argument, 1)),
-                               platform::pasteboard());
+    cx.request.pasteboard().copyTrimmed(formatLocalizedText(item.command, std::span(&argument, 1)));
     int paste = ui.runAlert(
         {showing ? show : hide,
          localized("Copy Instruction Tip"),
          {localized("Paste to Terminal"), localized("Paste to iTerm2"), localized("Cancel")}});
-    if (paste == 1000) openServe("New Terminal at Folder", xdg::userDirectory("DESKTOP"));
-    if (paste == 1001) openServe("New iTerm2 Window Here", xdg::userDirectory("DESKTOP"));
+    if (paste == 1000) openService(cx, "New Terminal at Folder", xdg::userDirectory("DESKTOP"));
+    if (paste == 1001) openService(cx, "New iTerm2 Window Here", xdg::userDirectory("DESKTOP"));
 }
 
-} // namespace px
+} // namespace px::commands

@@ -1,44 +1,52 @@
 // "Encrypted Compression": packs the selection into a zip archive, with the progress window.
 #include "actions/Alerts.h"
+#include "actions/Commands.h"
+#include "actions/ProgressModel.h"
 #include "archive/PXCompress.h"
-#include "archive/PXLoadingWinCtl.h"
-#include "config/Localization.h"
-#include "extension/FinderSync.h"
+#include "support/Localization.h"
 
-namespace px {
+namespace px::commands {
 
 namespace {
 
 // Main queue. Reports of a job that is no longer the running one (already cleaned up) only
 // still show a failure.
-void onCompressReport(FinderSync& sync, const std::weak_ptr<PXCompress>& job, std::int64_t done,
-                      std::int64_t total) {
-    const bool running = sync.compress && sync.compress == job.lock();
-    if (total == 0 && done == 0) {
-        if (running) sync.loadingWinCtl().open();
-    } else if (total > 0) {
-        if (!running) return;
-        sync.loadingWinCtl().setPercent(static_cast<double>(done) / static_cast<double>(total));
-        if (done == total) sync.clean();
-    } else {
-        if (running) sync.clean();
-        if (total == PXCompress::kFailed) alert::alertWithMsg(localized("Compression Failed"));
+void onCompressReport(ActionContext& cx, const std::weak_ptr<PXCompress>& job,
+                      const CompressReport& report) {
+    using Kind = CompressReport::Kind;
+    const bool running = cx.compress && cx.compress == job.lock();
+    switch (report.kind) {
+    case Kind::Started:
+        if (running) cx.progress().open();
+        return;
+    case Kind::Progress:
+        if (!running || report.total <= 0) return;
+        cx.progress().setPercent(static_cast<double>(report.done) /
+                                 static_cast<double>(report.total));
+        if (report.isComplete()) cx.clean();
+        return;
+    case Kind::Failed:
+    case Kind::Cancelled:
+        if (running) cx.clean();
+        if (report.kind == Kind::Failed)
+            alert::alertWithMsg(cx.ui(), localized("Compression Failed"));
+        return;
     }
 }
 
 } // namespace
 
-void FinderSync::encryptedCompress(const PXMenuItem::Ptr&) {
-    if (compress) return;
+void compress(ActionContext& cx) {
+    if (cx.compress) return;
     auto job = std::make_shared<PXCompress>();
-    compress = job;
-    loadingWinCtl().cancelHandler = [this] {
-        if (compress) compress->stopCompress();
+    cx.compress = job;
+    cx.progress().cancelHandler = [&cx] {
+        if (cx.compress) cx.compress->stopCompress();
     };
     std::weak_ptr<PXCompress> weakJob = job;
-    job->compressPaths(selectPaths(), [this, weakJob](std::int64_t done, std::int64_t total) {
-        onCompressReport(*this, weakJob, done, total);
+    job->compressPaths(cx.ui(), cx.selection(), [&cx, weakJob](const CompressReport& report) {
+        onCompressReport(cx, weakJob, report);
     });
 }
 
-} // namespace px
+} // namespace px::commands

@@ -1,7 +1,7 @@
 #include "archive/CompressItems.h"
 
-#include "actions/FileHash.h"
-#include "actions/PathName.h"
+#include "support/FileHash.h"
+#include "support/PathName.h"
 
 #include <filesystem>
 #include <sys/stat.h>

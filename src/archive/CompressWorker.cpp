@@ -1,6 +1,7 @@
 // The compression job's worker on the background queue. The archive writer only records the
-// entries; the data is read and written when the archive is closed, and each entry finished
-// there moves the progress on.
+// entries; the data is read and written when the archive is closed, and each entry written there
+// moves the progress on by one step. A folder with contents has no entry of its own, so the steps
+// are the entries (and the archive itself when it was selected, done at once).
 #include "archive/CompressItems.h"
 #include "archive/PXCompress.h"
 
@@ -42,26 +43,27 @@ Added addItem(SSZipArchive& zip, const compress::Item& item,
 
 } // namespace
 
-// The items counted, and for each entry the number of items done once it is written.
+// Steps of the job: one per entry, and one for the archive itself when it was selected.
 struct PXCompress::Progress {
     std::int64_t total = 0;
-    std::vector<std::int64_t> doneAfterEntry;
+    std::int64_t skipped = 0;
     std::int64_t done = 0;
 };
 
 void PXCompress::startCompressWithPaths(const std::vector<std::string>& paths,
                                         const std::optional<std::string>& withPassword,
                                         const ProgressHandler& handler) {
-    handler(0, 0);
+    using Kind = CompressReport::Kind;
+    handler({Kind::Started});
     Progress progress;
     const bool closed = writeArchive(paths, withPassword, progress, handler);
     zipArchive.reset();
     if (closed && !isCancel) {
-        if (progress.total > 0) handler(progress.total, progress.total);
+        if (progress.total > 0) handler({Kind::Progress, progress.total, progress.total});
         return;
     }
     if (closed) ::unlink(savePath.c_str()); // complete, but the user cancelled meanwhile
-    handler(progress.done, isCancel ? kCancelled : kFailed);
+    handler({isCancel ? Kind::Cancelled : Kind::Failed, progress.done, progress.total});
 }
 
 // True when the archive is complete at savePath. Nothing is left there otherwise.
@@ -76,7 +78,6 @@ bool PXCompress::writeArchive(const std::vector<std::string>& paths,
     const compress::ItemList list = compress::listItems(paths);
     for (const auto& folder : list.unreadableFolders)
         std::cerr << "pxmenu: cannot list everything in " << folder << '\n';
-    progress.total = static_cast<std::int64_t>(list.items.size());
     const bool ok = addItems(list.items, password, progress) && list.unreadableFolders.empty();
     return ok && !isCancel && closeArchive(progress, handler);
 }
@@ -84,22 +85,27 @@ bool PXCompress::writeArchive(const std::vector<std::string>& paths,
 bool PXCompress::addItems(const std::vector<compress::Item>& items,
                           const std::optional<std::string>& password, Progress& progress) {
     bool ok = true;
-    for (std::size_t index = 0; index < items.size() && !isCancel; ++index) {
-        const compress::Item& item = items[index];
-        if (compress::isSamePath(item.path, savePath)) continue;
+    for (const compress::Item& item : items) {
+        if (isCancel) break;
+        if (compress::isSamePath(item.path, savePath)) {
+            ++progress.skipped;
+            continue;
+        }
         Added added = addItem(*zipArchive, item, password);
-        if (added == Added::Entry) progress.doneAfterEntry.push_back(std::int64_t(index) + 1);
+        if (added == Added::Entry) ++progress.total;
         ok = ok && added != Added::Failed;
     }
+    progress.total += progress.skipped;
+    progress.done = progress.skipped;
     return ok;
 }
 
 // The last report waits until the archive is complete.
 bool PXCompress::closeArchive(Progress& progress, const ProgressHandler& handler) {
     zipArchive->setProgressHandler([&progress, &handler](std::size_t entries) {
-        if (entries == 0 || entries > progress.doneAfterEntry.size()) return;
-        progress.done = progress.doneAfterEntry[entries - 1];
-        if (progress.done < progress.total) handler(progress.done, progress.total);
+        progress.done = progress.skipped + static_cast<std::int64_t>(entries);
+        if (progress.done < progress.total)
+            handler({CompressReport::Kind::Progress, progress.done, progress.total});
     });
     zipArchive->setCancelPredicate([this] { return isCancel.load(); });
     bool closed = zipArchive->close();

@@ -34,18 +34,23 @@ std::uint64_t FileEntrySource::size() const {
 }
 
 ErrorOr<void> FileEntrySource::open() {
-    struct stat status {};
-    m_fd = TRY(openRegularFile(m_path, status));
+    m_fd = TRY(openRegularFile(m_path, m_status));
     ::posix_fadvise(m_fd.get(), 0, 0, POSIX_FADV_SEQUENTIAL);
     return {};
 }
 
-ErrorOr<std::size_t> FileEntrySource::read(std::span<std::byte> buffer) {
-    for (;;) {
-        ssize_t got = ::read(m_fd.get(), buffer.data(), buffer.size());
-        if (got >= 0) return static_cast<std::size_t>(got);
-        if (errno != EINTR) return Error::fromErrno("cannot read " + m_path, errno);
+ErrorOr<std::size_t> FileEntrySource::readAt(std::uint64_t offset, std::span<std::byte> buffer) {
+    std::size_t filled = 0;
+    while (filled < buffer.size()) {
+        ssize_t got = ::pread(m_fd.get(), buffer.data() + filled, buffer.size() - filled,
+                              static_cast<off_t>(offset + filled));
+        if (got == 0) break;
+        if (got > 0)
+            filled += static_cast<std::size_t>(got);
+        else if (errno != EINTR)
+            return Error::fromErrno("cannot read " + m_path, errno);
     }
+    return filled;
 }
 
 void FileEntrySource::close() {

@@ -8,9 +8,9 @@
 
 namespace px::archive {
 
-// Streams a regular file (symbolic links followed) into an archive entry. The file is checked
-// when the source is made and opened again only when the writer reaches the entry, so thousands
-// of pending entries hold no file descriptors.
+// Reads a regular file (symbolic links followed) into an archive entry. The file is checked when
+// the source is made and opened again only when its entry is compressed, so thousands of pending
+// entries hold no file descriptors.
 class FileEntrySource final : public EntrySource {
   public:
     // Fails when the path cannot be opened for reading or is not a regular file.
@@ -18,7 +18,7 @@ class FileEntrySource final : public EntrySource {
 
     std::uint64_t size() const override;
     ErrorOr<void> open() override;
-    ErrorOr<std::size_t> read(std::span<std::byte> buffer) override;
+    ErrorOr<std::size_t> readAt(std::uint64_t offset, std::span<std::byte> buffer) override;
     void close() override;
 
     const struct stat& fileStatus() const { return m_status; }
@@ -37,7 +37,9 @@ class EmptyEntrySource final : public EntrySource {
   public:
     std::uint64_t size() const override { return 0; }
     ErrorOr<void> open() override { return {}; }
-    ErrorOr<std::size_t> read(std::span<std::byte>) override { return std::size_t{0}; }
+    ErrorOr<std::size_t> readAt(std::uint64_t, std::span<std::byte>) override {
+        return std::size_t{0};
+    }
     void close() override {}
 };
 

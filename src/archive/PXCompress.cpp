@@ -1,11 +1,10 @@
 // The compression job's start on the main queue: the default name and the save panel.
 #include "archive/PXCompress.h"
 
-#include "actions/FileHash.h"
-#include "actions/PXFile.h"
-#include "actions/PathName.h"
-#include "config/Localization.h"
-#include "platform/Platform.h"
+#include "support/FileHash.h"
+#include "support/Localization.h"
+#include "support/PXFile.h"
+#include "support/PathName.h"
 #include "support/Queues.h"
 
 namespace px {
@@ -28,8 +27,8 @@ platform::Ui::SaveRequest saveRequest(const std::vector<std::string>& paths) {
 
 // Every report goes on to the main queue.
 PXCompress::ProgressHandler onMainQueue(PXCompress::ProgressHandler handler) {
-    return [handler = std::move(handler)](std::int64_t done, std::int64_t total) {
-        queue::enterForeground([handler, done, total] { handler(done, total); });
+    return [handler = std::move(handler)](const CompressReport& report) {
+        queue::enterForeground([handler, report] { handler(report); });
     };
 }
 
@@ -40,10 +39,11 @@ std::string PXCompress::defaultArchiveName(const std::vector<std::string>& paths
     return localized("Archiver");
 }
 
-void PXCompress::compressPaths(const std::vector<std::string>& paths, ProgressHandler handler) {
+void PXCompress::compressPaths(platform::Ui& ui, const std::vector<std::string>& paths,
+                               ProgressHandler handler) {
     if (paths.empty()) return;
-    auto answer = platform::ui().runSavePanel(saveRequest(paths));
-    if (!answer || answer->path.empty()) return handler(0, kCancelled);
+    auto answer = ui.runSavePanel(saveRequest(paths));
+    if (!answer || answer->path.empty()) return handler({CompressReport::Kind::Cancelled});
     savePath = withZipExtension(answer->path);
     std::optional<std::string> password;
     if (filehash::isValid(answer->password)) password = answer->password;

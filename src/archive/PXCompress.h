@@ -1,6 +1,8 @@
 #pragma once
 
+#include "archive/CompressReport.h"
 #include "archive/SSZipArchive.h"
+#include "platform/Ui.h"
 
 #include <atomic>
 #include <cstdint>
@@ -22,14 +24,14 @@ struct Item;
 // path stays as it was). Always held by std::shared_ptr: the running job keeps itself alive.
 class PXCompress : public std::enable_shared_from_this<PXCompress> {
   public:
-    // How the job reports, (done, total): (0, 0) when the worker starts; done of total items
-    // (total > 0) as they are packed, the last report (total, total) once the archive is
-    // complete; total -1 when the job failed, -2 when it was cancelled.
-    using ProgressHandler = std::function<void(std::int64_t done, std::int64_t total)>;
-    static constexpr std::int64_t kFailed = -1;
-    static constexpr std::int64_t kCancelled = -2;
+    // How the job reports: Started when the worker starts; Progress with done of total steps,
+    // one step per entry as it is written (and one for the archive itself when it is among the
+    // items), the last (total of total) once the archive is complete; Failed or Cancelled with
+    // the steps done when it ends otherwise.
+    using ProgressHandler = std::function<void(const CompressReport& report)>;
 
-    // Set by stopCompress; the worker looks at it before every item and while writing.
+    // Set by stopCompress; the worker looks at it before every item and, while writing, at
+    // least every 20 ms.
     std::atomic<bool> isCancel = false;
     // The archive being written, from the save panel. Set before the worker starts.
     std::string savePath;
@@ -44,7 +46,8 @@ class PXCompress : public std::enable_shared_from_this<PXCompress> {
     // once confirmed, starts the worker on the background queue; every report reaches
     // `handler` on the main queue. Cancelling the panel reports (0, -2) at once. Nothing
     // happens for no paths.
-    void compressPaths(const std::vector<std::string>& paths, ProgressHandler handler);
+    void compressPaths(platform::Ui& ui, const std::vector<std::string>& paths,
+                       ProgressHandler handler);
 
     // Background queue; returns when the archive is finished, failed or cancelled. Items are
     // packed in order: a file as an entry named after it at the archive's root; a folder (not a

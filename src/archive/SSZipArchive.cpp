@@ -1,30 +1,42 @@
 #include "archive/SSZipArchive.h"
 
 #include "archive/FileEntrySource.h"
-#include "archive/ZipHandle.h"
+#include "archive/PendingEntry.h"
+#include "archive/ZipAssembly.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace px {
 
 namespace {
 
-constexpr int kDeflateDefaultLevel = 6;
-
-int effectiveLevel(int compressionLevel) {
-    if (compressionLevel < 0) return kDeflateDefaultLevel;
-    return std::min(compressionLevel, 9);
-}
-
-std::string passwordOf(const std::optional<std::string>& password) {
-    return password.value_or(std::string());
-}
-
 std::string lastComponent(const std::string& path) {
     return std::filesystem::path(path).filename().string();
+}
+
+archive::PendingEntry entryFor(const std::string& path, std::string name,
+                               std::unique_ptr<archive::EntrySource> source) {
+    ZipFileInfo info;
+    SSZipArchive::zipInfo(info, path);
+    archive::PendingEntry entry;
+    entry.name = std::move(name);
+    entry.source = std::move(source);
+    entry.dosTime = info.dosTime;
+    entry.dosDate = info.dosDate;
+    entry.externalAttributes = info.externalFileAttributes;
+    return entry;
+}
+
+// The archive's folder must take the temporary file; refuse early rather than after the work.
+ErrorOr<void> checkFolderWritable(const std::string& path) {
+    std::filesystem::path folder = std::filesystem::path(path).parent_path();
+    if (::access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) != 0)
+        return Error::fromErrno("cannot create " + path, errno);
+    return {};
 }
 
 } // namespace
@@ -39,46 +51,37 @@ bool SSZipArchive::fail(Error error) {
 }
 
 bool SSZipArchive::open() {
-    auto handle = archive::ZipHandle::create(m_path);
-    if (handle.isError()) return fail(handle.releaseError());
-    m_zip = std::make_unique<archive::ZipHandle>(handle.releaseValue());
+    if (auto writable = checkFolderWritable(m_path); writable.isError())
+        return fail(writable.releaseError());
+    m_open = true;
     return true;
 }
 
 bool SSZipArchive::writeFileAtPath(const std::string& path,
                                    const std::optional<std::string>& withFileName,
                                    const std::optional<std::string>& withPassword) {
-    return writeFileAtPath(path, withFileName, kDefaultCompressionLevel, withPassword, true);
-}
-
-bool SSZipArchive::writeFileAtPath(const std::string& path,
-                                   const std::optional<std::string>& withFileName,
-                                   int compressionLevel, const std::optional<std::string>& password,
-                                   bool AES) {
     auto source = archive::FileEntrySource::make(path);
     if (source.isError()) return fail(source.releaseError());
-    ZipFileInfo info;
-    zipInfo(info, path);
-    archive::ZipEntryOptions options{effectiveLevel(compressionLevel), passwordOf(password), AES,
-                                     dateOfZipInfo(info), info.externalFileAttributes};
-    return addEntry(withFileName.value_or(lastComponent(path)),
-                    std::make_unique<archive::FileEntrySource>(source.releaseValue()), options);
+    archive::PendingEntry entry =
+        entryFor(path, withFileName.value_or(lastComponent(path)),
+                 std::make_unique<archive::FileEntrySource>(source.releaseValue()));
+    entry.password = withPassword.value_or(std::string());
+    return addEntry(std::move(entry));
 }
 
+// Folder entries hold no data and are never encrypted.
 bool SSZipArchive::writeFolderAtPath(const std::string& path, const std::string& withFolderName,
                                      const std::optional<std::string>&) {
-    ZipFileInfo info;
-    zipInfo(info, path);
-    archive::ZipEntryOptions options{
-        0, {}, false, dateOfZipInfo(info), info.externalFileAttributes};
-    return addEntry(withFolderName + "/", std::make_unique<archive::EmptyEntrySource>(), options);
+    return addEntry(
+        entryFor(path, withFolderName + "/", std::make_unique<archive::EmptyEntrySource>()));
 }
 
-bool SSZipArchive::addEntry(const std::string& name, std::unique_ptr<archive::EntrySource> source,
-                            const archive::ZipEntryOptions& options) {
-    if (!m_zip) return fail(Error{"the archive " + m_path + " is not open", EBADF});
-    auto added = m_zip->add(name, std::move(source), options);
-    if (added.isError()) return fail(added.releaseError());
+bool SSZipArchive::addEntry(archive::PendingEntry entry) {
+    if (!m_open) return fail(Error{"the archive " + m_path + " is not open", EBADF});
+    if (!m_names.insert(entry.name).second)
+        return fail(
+            Error{"cannot add " + entry.name + ": the name is already in the archive", EEXIST});
+    m_entries.push_back(std::move(entry));
     return true;
 }
 
@@ -91,14 +94,18 @@ void SSZipArchive::setCancelPredicate(std::function<bool()> predicate) {
 }
 
 bool SSZipArchive::close() {
-    if (!m_zip) return fail(Error{"the archive " + m_path + " is not open", EBADF});
-    std::unique_ptr<archive::ZipHandle> zip = std::move(m_zip);
+    if (!m_open) return fail(Error{"the archive " + m_path + " is not open", EBADF});
+    m_open = false;
+    std::vector<archive::PendingEntry> entries = std::move(m_entries);
+    m_names.clear();
     std::size_t itemsDone = 0;
-    auto finished = [this, &itemsDone] {
+    archive::AssemblyHooks hooks;
+    hooks.entryWritten = [this, &itemsDone] {
         ++itemsDone;
         if (m_progressHandler) m_progressHandler(itemsDone);
     };
-    auto closed = zip->close(finished, m_cancelPredicate);
+    hooks.cancelled = m_cancelPredicate;
+    auto closed = archive::assembleZip(m_path, entries, hooks);
     if (closed.isError()) return fail(closed.releaseError());
     return true;
 }
@@ -125,18 +132,6 @@ void SSZipArchive::zipInfo(ZipFileInfo& info, std::time_t setDate) {
         info.dosTime = static_cast<std::uint16_t>((local.tm_hour << 11) | (local.tm_min << 5) |
                                                   (local.tm_sec / 2));
     }
-}
-
-std::time_t SSZipArchive::dateOfZipInfo(const ZipFileInfo& info) {
-    struct tm local {};
-    local.tm_year = (info.dosDate >> 9) + 80;
-    local.tm_mon = std::max((info.dosDate >> 5) & 0xf, 1) - 1;
-    local.tm_mday = std::max(info.dosDate & 0x1f, 1);
-    local.tm_hour = info.dosTime >> 11;
-    local.tm_min = (info.dosTime >> 5) & 0x3f;
-    local.tm_sec = (info.dosTime & 0x1f) * 2;
-    local.tm_isdst = -1;
-    return ::mktime(&local);
 }
 
 } // namespace px

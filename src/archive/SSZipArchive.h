@@ -9,13 +9,13 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_set>
+#include <vector>
 
 namespace px {
 
 namespace archive {
-class EntrySource;
-class ZipHandle;
-struct ZipEntryOptions;
+struct PendingEntry;
 } // namespace archive
 
 // The record an entry is written from, filled from the item it packs.
@@ -27,14 +27,12 @@ struct ZipFileInfo {
 };
 
 // Writes a new zip archive entry by entry. Entries are only recorded by the write calls; the
-// data is read, compressed, encrypted and written by close(), into a temporary file that becomes
-// the archive once complete. A failed or cancelled close, or an archive never closed, leaves
-// nothing at the path (an archive already there stays as it was).
+// data is read, compressed (deflated, or stored when that does not make it smaller),
+// encrypted and written by close(), on one worker thread per core, into a temporary file that
+// becomes the archive once complete. A failed or cancelled close, or an archive never closed,
+// leaves nothing at the path (an archive already there stays as it was).
 class SSZipArchive {
   public:
-    // The deflate library's default level (6).
-    static constexpr int kDefaultCompressionLevel = -1;
-
     // Remembers the path; nothing is touched on disk.
     explicit SSZipArchive(std::string path);
     ~SSZipArchive();
@@ -46,16 +44,12 @@ class SSZipArchive {
     // Starts a new archive. False when the archive's folder cannot take it.
     bool open();
 
-    // Adds the file (symbolic links followed) AES-encrypted with the password, if any, at the
-    // default level, named `withFileName` or else the file's own name.
+    // Adds the file (symbolic links followed) encrypted with WinZip AES-256 and the password, if
+    // any, named `withFileName` or else the file's own name. False, with no entry added, when
+    // the file cannot be opened for reading or is not a regular file, or the name is already
+    // taken.
     bool writeFileAtPath(const std::string& path, const std::optional<std::string>& withFileName,
                          const std::optional<std::string>& withPassword);
-    // Level 0 stores the data, 1 to 9 deflate it, -1 means the default level. Without AES the
-    // password gives traditional zip encryption. False, with no entry added, when the file
-    // cannot be opened for reading or is not a regular file, or the name is already taken.
-    bool writeFileAtPath(const std::string& path, const std::optional<std::string>& withFileName,
-                         int compressionLevel, const std::optional<std::string>& password,
-                         bool AES);
     // Adds an empty-folder entry named `withFolderName` + "/", with the folder's date and
     // permissions. Folder entries hold no data and are never encrypted.
     bool writeFolderAtPath(const std::string& path, const std::string& withFolderName,
@@ -63,8 +57,8 @@ class SSZipArchive {
 
     // Called during close() each time an entry has been written, with the count so far.
     void setProgressHandler(std::function<void(std::size_t itemsDone)> handler);
-    // Polled during close() from the closing thread; once it answers true, close() stops and
-    // fails, leaving no archive.
+    // Polled during close() from the closing thread, at least every 20 ms; once it answers true,
+    // close() stops the workers and fails, leaving no archive.
     void setCancelPredicate(std::function<bool()> predicate);
 
     // Writes the archive. True when it is complete at the path. The archive is closed whatever
@@ -81,16 +75,15 @@ class SSZipArchive {
     // Fills the DOS date from a time, in the local time zone. DOS dates run from 1980 to 2107;
     // times outside are clamped to the nearest end.
     static void zipInfo(ZipFileInfo& info, std::time_t setDate);
-    // The time a DOS date stands for, in the local time zone.
-    static std::time_t dateOfZipInfo(const ZipFileInfo& info);
 
   private:
-    bool addEntry(const std::string& name, std::unique_ptr<archive::EntrySource> source,
-                  const archive::ZipEntryOptions& options);
+    bool addEntry(archive::PendingEntry entry);
     bool fail(Error error);
 
     std::string m_path;
-    std::unique_ptr<archive::ZipHandle> m_zip;
+    bool m_open = false;
+    std::vector<archive::PendingEntry> m_entries;
+    std::unordered_set<std::string> m_names;
     std::function<void(std::size_t)> m_progressHandler;
     std::function<bool()> m_cancelPredicate;
     std::optional<Error> m_lastError;

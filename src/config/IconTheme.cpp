@@ -2,6 +2,7 @@
 
 #include "support/FileIO.h"
 #include "support/FileStamp.h"
+#include "support/InstalledFolder.h"
 #include "support/ReadScope.h"
 
 #include <algorithm>
@@ -167,6 +168,7 @@ std::vector<std::string> dataFolders() {
     std::vector<std::string> folders;
     if (const char* custom = std::getenv("PXMENU_DATADIR"); custom && *custom)
         folders.emplace_back(custom);
+    folders.push_back(installedFolder("share/pxmenu"));
     folders.emplace_back(PX_BUILD_DATADIR);
     folders.emplace_back(PX_INSTALL_DATADIR);
     return folders;

@@ -1,10 +1,11 @@
 // The five list builders of the menu manager: stored dictionaries become menu items.
-#include "actions/FileHash.h"
-#include "config/ItemFields.h"
 #include "config/MenuKeys.h"
 #include "config/PXDefaultData.h"
 #include "config/PXMenuManager.h"
 #include "config/StoredFields.h"
+#include "config/StoredLists.h"
+#include "plist/ItemFields.h"
+#include "support/FileHash.h"
 #include "support/StandardPath.h"
 
 #include <algorithm>
@@ -13,25 +14,6 @@
 namespace px {
 
 namespace {
-
-// Walks the stored list; a disabled entry is left out unless asked for. Entries that are not
-// dictionaries are skipped: a hand-edited file must not break the menu.
-template <typename CopyFields>
-PXMenuItem::List buildList(const char* menuKey, bool includeDisabled, CopyFields copyFields) {
-    PXMenuItem::List result;
-    plist::Value stored = PXMenuManager::sharedDefaults().arrayForKey(menuKey);
-    if (!stored) return result;
-    result.reserve(stored.array().size());
-    for (const auto& entry : stored.array()) {
-        if (!entry.isDictionary()) continue;
-        auto item = PXMenuItem::create();
-        item->disabled = fields::flag(entry, "disabled");
-        if (item->disabled && !includeDisabled) continue;
-        copyFields(*item, entry);
-        result.push_back(std::move(item));
-    }
-    return result;
-}
 
 using fields::StoredField;
 
@@ -80,23 +62,19 @@ const std::vector<std::string>& convertFormats() {
     return formats;
 }
 
-enum class Belongs { No, Yes };
-
-// Rules 1 to 9 of the attribute table; answers whether one matched and whether the item
-// joins the application list.
-bool applyServiceAndHideRules(PXMenuItem& item, Belongs& belongs) {
+// The terminal services and the hiding commands that an entry's key implies; answers whether
+// one matched.
+bool applyServiceAndHideRules(PXMenuItem& item) {
     const std::string& key = item.key;
     if (key == "Terminal Window" || key == "Terminal To") {
         item.serve = "New Terminal at Folder";
         item.isNotNeedURL = true;
-        if (key == "Terminal Window") belongs = Belongs::Yes;
     } else if (key == "Terminal Tab") {
         item.serve = "New Terminal Tab at Folder";
         item.isNotNeedURL = true;
     } else if (key == "iTerm2 Window" || key == "iTerm2 To") {
         item.serve = "New iTerm2 Window Here";
         item.isNotNeedURL = true;
-        if (key == "iTerm2 Window") belongs = Belongs::Yes;
     } else if (key == "iTerm2 Tab") {
         item.serve = "New iTerm2 Tab Here";
         item.isNotNeedURL = true;
@@ -104,11 +82,11 @@ bool applyServiceAndHideRules(PXMenuItem& item, Belongs& belongs) {
         item.formats = convertFormats();
     } else if (key == "Hide Selected Files" || key == "Hide All Files") {
         item.isShowHideFile = true;
-        item.command = "chflags hidden";
+        item.visibility = Visibility::Hidden;
         item.isNeedSelectURL = key == "Hide Selected Files";
     } else if (key == "Unhide All Files") {
         item.isShowHideFile = true;
-        item.command = "chflags nohidden";
+        item.visibility = Visibility::Shown;
     } else if (key == "System Hide Files") {
         item.command = "gsettings set org.gtk.gtk4.Settings.FileChooser show-hidden %@";
         item.isNotNeedURL = true;
@@ -120,11 +98,10 @@ bool applyServiceAndHideRules(PXMenuItem& item, Belongs& belongs) {
     return true;
 }
 
-// Rules 10 to 20; rule 21 (anything else) sets nothing.
-void applyKindRules(PXMenuItem& item, const plist::Value& entry, Belongs& belongs) {
+// What the other kinds of entry need: a selection, a folder, a format; other keys set nothing.
+void applyKindRules(PXMenuItem& item, const plist::Value& entry) {
     if (filehash::isValid(item.appName)) {
         item.isNotNeedURL = true;
-        belongs = Belongs::Yes;
     } else if (item.isCutPaste()) {
         item.cutPaths = fields::strings(entry, "cutPaths");
     } else if (item.isFolderIcon() || item.isUnembedFolder()) {
@@ -144,6 +121,17 @@ void applyKindRules(PXMenuItem& item, const plist::Value& entry, Belongs& belong
     }
 }
 
+// Terminal windows, and entries naming an application that their key does not make a service
+// or a hiding command.
+bool joinsApplicationList(const PXMenuItem& item) {
+    if (item.key == "Terminal Window" || item.key == "iTerm2 Window") return true;
+    if (!filehash::isValid(item.appName)) return false;
+    PXMenuItem scratch;
+    scratch.key = item.key;
+    scratch.resolveKind();
+    return !applyServiceAndHideRules(scratch);
+}
+
 bool isForeverKey(const std::string& key) {
     const auto& keys = PXDefaultData::foreverKeyArray();
     return std::find(keys.begin(), keys.end(), key) != keys.end();
@@ -151,41 +139,64 @@ bool isForeverKey(const std::string& key) {
 
 } // namespace
 
-PXMenuItem::List PXMenuManager::menuItemArray() {
-    PXMenuItem::List apps;
-    PXMenuItem::List result =
-        buildList(menukey::kRightMenu, false, [&](PXMenuItem& item, const plist::Value& entry) {
-            fields::copyStoredFields(item, entry, kMainFields);
-            item.forever = isForeverKey(item.key);
-            Belongs belongs = Belongs::No;
-            if (!applyServiceAndHideRules(item, belongs)) applyKindRules(item, entry, belongs);
-            if (belongs == Belongs::Yes) apps.push_back(item.shared_from_this());
-        });
-    sharedInstance().setBelongApps(std::move(apps));
+// Walks the stored list (a damaged one is replaced by the factory list); a disabled entry is
+// left out unless asked for.
+PXMenuItem::List PXMenuManager::buildList(
+    const char* menuKey, bool includeDisabled,
+    const std::function<void(PXMenuItem&, const plist::Value&)>& copyFields) const {
+    PXMenuItem::List result;
+    plist::Value stored = storedMenuList(*this, menuKey);
+    if (!stored.isArray()) return result;
+    result.reserve(stored.array().size());
+    for (const auto& entry : stored.array()) {
+        if (!entry.isDictionary()) continue;
+        auto item = PXMenuItem::create();
+        item->disabled = fields::flag(entry, "disabled");
+        if (item->disabled && !includeDisabled) continue;
+        copyFields(*item, entry);
+        item->resolveKind();
+        result.push_back(std::move(item));
+    }
     return result;
 }
 
-PXMenuItem::List PXMenuManager::newFileTemplateMenuArray(bool includeDisabled) {
+PXMenuItem::List PXMenuManager::menuItemArray() const {
+    return buildList(menukey::kRightMenu, false, [](PXMenuItem& item, const plist::Value& entry) {
+        fields::copyStoredFields(item, entry, kMainFields);
+        item.resolveKind();
+        item.forever = isForeverKey(item.key);
+        if (!applyServiceAndHideRules(item)) applyKindRules(item, entry);
+    });
+}
+
+PXMenuItem::List PXMenuManager::belongAppMenuArray(const PXMenuItem::List& mainItems) {
+    PXMenuItem::List apps;
+    for (const auto& item : mainItems)
+        if (joinsApplicationList(*item)) apps.push_back(item);
+    return apps;
+}
+
+PXMenuItem::List PXMenuManager::newFileTemplateMenuArray(bool includeDisabled) const {
     return buildList(menukey::kNewFile, includeDisabled,
                      [](PXMenuItem& item, const plist::Value& entry) {
                          fields::copyStoredFields(item, entry, kNewFileFields);
                      });
 }
 
-PXMenuItem::List PXMenuManager::folderIconMenuArray() {
+PXMenuItem::List PXMenuManager::folderIconMenuArray() const {
     return buildList(menukey::kFolderIcon, false, [](PXMenuItem& item, const plist::Value& entry) {
         fields::copyStoredFields(item, entry, kFolderIconFields);
     });
 }
 
-PXMenuItem::List PXMenuManager::commonAppMenuArray() {
+PXMenuItem::List PXMenuManager::commonAppMenuArray() const {
     return buildList(menukey::kCommonApp, false, [](PXMenuItem& item, const plist::Value& entry) {
         fields::copyStoredFields(item, entry, kCommonAppFields);
         item.appName = item.key;
     });
 }
 
-PXMenuItem::List PXMenuManager::commonPathMenuArray() {
+PXMenuItem::List PXMenuManager::commonPathMenuArray() const {
     return buildList(menukey::kCommonPath, false, [](PXMenuItem& item, const plist::Value& entry) {
         item.icon = "folder";
         item.iconPath = fields::string(entry, "iconPath");

@@ -1,20 +1,17 @@
 #include "config/PXDefaultData.h"
 
-#include "actions/FileHash.h"
-#include "config/ItemFields.h"
 #include "config/MenuKeys.h"
 #include "config/PXMenuManager.h"
+#include "config/StoredLists.h"
+#include "plist/ItemFields.h"
 #include "support/BuildConfig.h"
+#include "support/FileHash.h"
 
 namespace px {
 
 namespace {
 
 constexpr const char* kChangedVersion = "is changed version";
-
-platform::Settings& suite() {
-    return PXMenuManager::sharedDefaults();
-}
 
 plist::Value withoutChangedVersion(const plist::Value& entry) {
     plist::Value copy = entry.mutableCopy();
@@ -28,8 +25,15 @@ std::optional<std::size_t> indexOfKey(const plist::Array& list, const plist::Val
     return std::nullopt;
 }
 
+} // namespace
+
+platform::Settings& PXDefaultData::suite() const {
+    return m_store.sharedDefaults();
+}
+
 // One upgrade step for one factory entry at index `position` of the factory list.
-void upgradeEntry(plist::Array& stored, const plist::Value& factory, std::size_t position) {
+void PXDefaultData::upgradeEntry(plist::Array& stored, const plist::Value& factory,
+                                 std::size_t position) {
     std::string changed = fields::string(factory, kChangedVersion);
     if (!filehash::isValid(changed)) return;
     // With no stamp stored every comparison reads as "same": only removals apply.
@@ -46,16 +50,15 @@ void upgradeEntry(plist::Array& stored, const plist::Value& factory, std::size_t
     }
     std::size_t at = stored.size() > position ? position : 0;
     stored.insert(stored.begin() + static_cast<std::ptrdiff_t>(at), factory);
-    if (fields::string(factory, "key") == "Folder Icon") PXDefaultData::recoverFolderIcon();
+    if (fields::string(factory, "key") == "Folder Icon") recoverFolderIcon();
 }
-
-} // namespace
 
 std::string PXDefaultData::currentVersion() {
     return kProductVersion;
 }
 
 void PXDefaultData::setup() {
+    repairDamagedMenuLists(m_store);
     auto stamp = suite().stringForKey(menukey::kUpdateVersion);
     bool hasMainMenu = static_cast<bool>(suite().objectForKey(menukey::kRightMenu));
     bool upToDate = hasMainMenu && stamp == currentVersion();
@@ -75,29 +78,29 @@ void PXDefaultData::recover() {
 }
 
 void PXDefaultData::recoverRightMenu() {
-    _addMenuKey(menukey::kRightMenu, defaultMainMenu());
+    addFactoryList(menukey::kRightMenu, defaultMainMenu());
 }
 void PXDefaultData::recoverNewFile() {
-    _addMenuKey(menukey::kNewFile, defaultNewFileMenu());
+    addFactoryList(menukey::kNewFile, defaultNewFileMenu());
 }
 void PXDefaultData::recoverCommonApp() {
-    _addMenuKey(menukey::kCommonApp, defaultCommonAppMenu());
+    addFactoryList(menukey::kCommonApp, defaultCommonAppMenu());
 }
 void PXDefaultData::recoverFolderIcon() {
-    _addMenuKey(menukey::kFolderIcon, defaultFolderIconMenu());
+    addFactoryList(menukey::kFolderIcon, defaultFolderIconMenu());
 }
 void PXDefaultData::recoverCommonPath() {
-    _addMenuKey(menukey::kCommonPath, plist::Value::makeArray());
+    addFactoryList(menukey::kCommonPath, plist::Value::makeArray());
 }
 
 void PXDefaultData::update() {
-    _updateMenuKey(menukey::kRightMenu, defaultMainMenu());
-    _updateMenuKey(menukey::kNewFile, defaultNewFileMenu());
-    _updateMenuKey(menukey::kCommonApp, defaultCommonAppMenu());
-    _updateMenuKey(menukey::kFolderIcon, defaultFolderIconMenu());
+    upgradeList(menukey::kRightMenu, defaultMainMenu());
+    upgradeList(menukey::kNewFile, defaultNewFileMenu());
+    upgradeList(menukey::kCommonApp, defaultCommonAppMenu());
+    upgradeList(menukey::kFolderIcon, defaultFolderIconMenu());
 }
 
-void PXDefaultData::_addMenuKey(const std::string& menuKey, const plist::Value& defaultMenu) {
+void PXDefaultData::addFactoryList(const std::string& menuKey, const plist::Value& defaultMenu) {
     plist::Array result;
     for (const auto& entry : defaultMenu.array()) {
         std::string changed = fields::string(entry, kChangedVersion);
@@ -107,7 +110,7 @@ void PXDefaultData::_addMenuKey(const std::string& menuKey, const plist::Value& 
     suite().setObject(menuKey, plist::Value::makeArray(std::move(result)));
 }
 
-void PXDefaultData::_updateMenuKey(const std::string& menuKey, const plist::Value& defaultMenu) {
+void PXDefaultData::upgradeList(const std::string& menuKey, const plist::Value& defaultMenu) {
     plist::Value stored = suite().arrayForKey(menuKey);
     plist::Value list = stored ? stored.mutableCopy() : plist::Value::makeMutableArray();
     const auto& factory = defaultMenu.array();

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "config/Value.h"
+#include "platform/Settings.h"
+#include "plist/Value.h"
 
 #include <string>
 #include <string_view>
@@ -13,17 +14,21 @@ enum class VersionOrder { Ascending = -1, Same = 0, Descending = 1 };
 // Dotted versions compared component by component as integers; a missing component is 0.
 VersionOrder compareVersion(std::string_view receiver, std::string_view other);
 
+class PXMenuManager;
+
 // The factory menus and the rules that bring a stored configuration up to date.
 class PXDefaultData {
   public:
-    static void setup();
-    static void recover();
-    static void recoverRightMenu();
-    static void recoverNewFile();
-    static void recoverCommonApp();
-    static void recoverFolderIcon();
-    static void recoverCommonPath();
-    static void update();
+    explicit PXDefaultData(const PXMenuManager& store) : m_store(store) {}
+
+    void setup();
+    void recover();
+    void recoverRightMenu();
+    void recoverNewFile();
+    void recoverCommonApp();
+    void recoverFolderIcon();
+    void recoverCommonPath();
+    void update();
 
     static const std::vector<std::string>& foreverKeyArray();
     static plist::Value defaultMainMenu();
@@ -34,8 +39,15 @@ class PXDefaultData {
     // The running product version that seeds and upgrades the lists.
     static std::string currentVersion();
 
-    static void _addMenuKey(const std::string& menuKey, const plist::Value& defaultMenu);
-    static void _updateMenuKey(const std::string& menuKey, const plist::Value& defaultMenu);
+  private:
+    // Stores the factory list under the menu key, without the entries it deletes.
+    void addFactoryList(const std::string& menuKey, const plist::Value& defaultMenu);
+    // Brings the stored list up to date with the factory list's changed entries.
+    void upgradeList(const std::string& menuKey, const plist::Value& defaultMenu);
+    void upgradeEntry(plist::Array& stored, const plist::Value& factory, std::size_t position);
+    platform::Settings& suite() const;
+
+    const PXMenuManager& m_store;
 };
 
 } // namespace px

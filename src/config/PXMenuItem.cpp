@@ -1,18 +1,51 @@
 #include "config/PXMenuItem.h"
 
-#include "actions/FileHash.h"
-#include "actions/PXFile.h"
 #include "config/IconTheme.h"
-#include "config/Localization.h"
-#include "config/PXMenuManager.h"
+#include "support/FileHash.h"
+#include "support/Localization.h"
+#include "support/PXFile.h"
 
 #include <unistd.h>
 
 namespace px {
 
+ItemKind itemKindForKey(std::string_view key) {
+    static constexpr std::pair<std::string_view, ItemKind> kinds[] = {
+        {"New File", ItemKind::NewFile},
+        {"New File From Window", ItemKind::NewFileFromWindow},
+        {"Add to File Template", ItemKind::AddToFileTemplate},
+        {"Common Path", ItemKind::CommonPath},
+        {"Common App", ItemKind::CommonApp},
+        {"Convert to", ItemKind::Convert},
+        {"Copy to", ItemKind::CopyTo},
+        {"Move to", ItemKind::MoveTo},
+        {"Terminal To", ItemKind::TerminalTo},
+        {"iTerm2 To", ItemKind::TerminalTo},
+        {"File Info", ItemKind::FileInfo},
+        {"Cut Paste", ItemKind::CutPaste},
+        {"Folder Icon", ItemKind::FolderIcon},
+        {"Encrypted Compression", ItemKind::Compress},
+        {"Lock and Unlock", ItemKind::LockUnlock},
+        {"Embed in Folder", ItemKind::EmbedFolder},
+        {"Unembed Folder", ItemKind::UnembedFolder},
+        {"Color Picker", ItemKind::ColorPicker},
+        {"Execute Script", ItemKind::ExecuteScript},
+        {"Extract Icon", ItemKind::ExtractIcon},
+        {"Sep Line", ItemKind::SepLine},
+        {"Delete", ItemKind::Delete},
+        {"Copy Path", ItemKind::CopyPath},
+        {"System Hide Files", ItemKind::SystemHideFiles},
+        {"Go Set", ItemKind::GoSet},
+    };
+    for (const auto& [name, kind] : kinds)
+        if (name == key) return kind;
+    return ItemKind::Other;
+}
+
 PXMenuItem::Ptr PXMenuItem::create(std::string itemKey) {
     auto item = create();
     item->key = std::move(itemKey);
+    item->resolveKind();
     return item;
 }
 
@@ -41,10 +74,6 @@ bool PXMenuItem::isValidParent(platform::Settings& suite) const {
     for (const auto& child : *children)
         if (!suite.boolForKey(child->key)) return true;
     return false;
-}
-
-bool PXMenuItem::isValidParent() const {
-    return isValidParent(PXMenuManager::sharedDefaults());
 }
 
 std::string PXMenuItem::menuTitle() const {

@@ -6,9 +6,44 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace px {
+
+// What an entry does, decided by its key once when the entry is read or made.
+enum class ItemKind {
+    Other, // applications, services, hiding commands and anything unknown
+    NewFile,
+    NewFileFromWindow,
+    AddToFileTemplate,
+    CommonPath,
+    CommonApp,
+    Convert,
+    CopyTo,
+    MoveTo,
+    TerminalTo,
+    FileInfo,
+    CutPaste,
+    FolderIcon,
+    Compress,
+    LockUnlock,
+    EmbedFolder,
+    UnembedFolder,
+    ColorPicker,
+    ExecuteScript,
+    ExtractIcon,
+    SepLine,
+    Delete,
+    CopyPath,
+    SystemHideFiles,
+    GoSet,
+};
+
+ItemKind itemKindForKey(std::string_view key);
+
+// What the hiding entries do to the items' visibility.
+enum class Visibility { Unchanged, Hidden, Shown };
 
 // One entry of a configurable menu. Its kind is decided only by its key.
 class PXMenuItem : public std::enable_shared_from_this<PXMenuItem> {
@@ -23,6 +58,7 @@ class PXMenuItem : public std::enable_shared_from_this<PXMenuItem> {
     static Ptr addToFileTemplate();
 
     std::string key;
+    ItemKind kind = ItemKind::Other; // from the key: see resolveKind()
     std::string serve;
     std::string icon;
     std::string iconPath;
@@ -48,35 +84,39 @@ class PXMenuItem : public std::enable_shared_from_this<PXMenuItem> {
     std::vector<std::string> formats;
     std::vector<std::string> cutPaths;
     bool isShowHideFile = false;
+    Visibility visibility = Visibility::Unchanged;
+    // The instruction "System Hide Files" copies, with one "%@" for on or off.
     std::string command;
     // Absent until the menu builder generates them; an empty list differs from none.
     std::optional<List> children;
     std::weak_ptr<PXMenuItem> parent;
 
-    bool isNewFile() const { return key == "New File"; }
-    bool isNewFileFromWindow() const { return key == "New File From Window"; }
-    bool isAddToFileTemplate() const { return key == "Add to File Template"; }
-    bool isCommonPath() const { return key == "Common Path"; }
-    bool isCommonApp() const { return key == "Common App"; }
-    bool isConvert() const { return key == "Convert to"; }
-    bool isCopy() const { return key == "Copy to"; }
-    bool isMove() const { return key == "Move to"; }
-    bool isTerminalTo() const { return key == "Terminal To" || key == "iTerm2 To"; }
-    bool isFileInfo() const { return key == "File Info"; }
-    bool isCutPaste() const { return key == "Cut Paste"; }
-    bool isFolderIcon() const { return key == "Folder Icon"; }
-    bool isCompress() const { return key == "Encrypted Compression"; }
-    bool isLockUnlock() const { return key == "Lock and Unlock"; }
-    bool isEmbedFolder() const { return key == "Embed in Folder"; }
-    bool isUnembedFolder() const { return key == "Unembed Folder"; }
-    bool isColorPicker() const { return key == "Color Picker"; }
-    bool isExecuteScript() const { return key == "Execute Script"; }
-    bool isExtractIcon() const { return key == "Extract Icon"; }
-    bool isSepLine() const { return key == "Sep Line"; }
+    // Sets the kind from the key; the list readers and create() call it.
+    void resolveKind() { kind = itemKindForKey(key); }
+
+    bool isNewFile() const { return kind == ItemKind::NewFile; }
+    bool isNewFileFromWindow() const { return kind == ItemKind::NewFileFromWindow; }
+    bool isAddToFileTemplate() const { return kind == ItemKind::AddToFileTemplate; }
+    bool isCommonPath() const { return kind == ItemKind::CommonPath; }
+    bool isCommonApp() const { return kind == ItemKind::CommonApp; }
+    bool isConvert() const { return kind == ItemKind::Convert; }
+    bool isCopy() const { return kind == ItemKind::CopyTo; }
+    bool isMove() const { return kind == ItemKind::MoveTo; }
+    bool isTerminalTo() const { return kind == ItemKind::TerminalTo; }
+    bool isFileInfo() const { return kind == ItemKind::FileInfo; }
+    bool isCutPaste() const { return kind == ItemKind::CutPaste; }
+    bool isFolderIcon() const { return kind == ItemKind::FolderIcon; }
+    bool isCompress() const { return kind == ItemKind::Compress; }
+    bool isLockUnlock() const { return kind == ItemKind::LockUnlock; }
+    bool isEmbedFolder() const { return kind == ItemKind::EmbedFolder; }
+    bool isUnembedFolder() const { return kind == ItemKind::UnembedFolder; }
+    bool isColorPicker() const { return kind == ItemKind::ColorPicker; }
+    bool isExecuteScript() const { return kind == ItemKind::ExecuteScript; }
+    bool isExtractIcon() const { return kind == ItemKind::ExtractIcon; }
+    bool isSepLine() const { return kind == ItemKind::SepLine; }
 
     // False when every child is switched off by a true boolean under its key in the suite.
     bool isValidParent(platform::Settings& suite) const;
-    bool isValidParent() const;
     std::string menuTitle() const;
     // An icon reference: an image file path or an icon-theme name; empty for none.
     std::string menuIcon() const;

@@ -1,11 +1,8 @@
 #include "config/PXMenuManager.h"
 
-#include "actions/FileHash.h"
-#include "platform/linux/PlistFileSettings.h"
-#include "support/Xdg.h"
+#include "support/FileHash.h"
 
 #include <cstdio>
-#include <gio/gdesktopappinfo.h>
 #include <sys/stat.h>
 
 namespace px {
@@ -36,65 +33,23 @@ void deleteFileOfField(const plist::Value& entry, std::string_view field) {
     if (value.isString() && filehash::isValid(value.string())) std::remove(value.string().c_str());
 }
 
+} // namespace
+
+PXMenuManager::PXMenuManager(std::shared_ptr<platform::Settings> suite, std::string sharedFolder)
+    : m_suite(std::move(suite)), m_sharedFolder(std::move(sharedFolder)) {}
+
 // Applies a change to the stored list under the menu key as one read-modify-write.
-void editList(const std::string& menuKey, const std::function<void(plist::Array&)>& change) {
-    PXMenuManager::sharedDefaults().modify(menuKey, [&](const plist::Value& stored) {
+void PXMenuManager::editList(const std::string& menuKey,
+                             const std::function<void(plist::Array&)>& change) const {
+    m_suite->modify(menuKey, [&](const plist::Value& stored) {
         plist::Value list = mutableList(stored);
         change(list.mutableArray());
         return list;
     });
 }
 
-} // namespace
-
-PXMenuManager& PXMenuManager::sharedInstance() {
-    static PXMenuManager* instance = new PXMenuManager();
-    return *instance;
-}
-
-void PXMenuManager::configure(std::shared_ptr<platform::Settings> suite, std::string folder) {
-    auto& self = sharedInstance();
-    std::lock_guard guard(self.m_mutex);
-    self.m_suite = std::move(suite);
-    self.m_sharedFolder = std::move(folder);
-}
-
-void PXMenuManager::resetToDefaultLocations() {
-    configure(nullptr, {});
-}
-
-std::shared_ptr<platform::Settings> PXMenuManager::suite() {
-    std::lock_guard guard(m_mutex);
-    if (!m_suite)
-        m_suite =
-            std::make_shared<platform::PlistFileSettings>(xdg::settingsFolder() + "/group.plist");
-    return m_suite;
-}
-
-platform::Settings& PXMenuManager::sharedDefaults() {
-    return *sharedInstance().suite();
-}
-
-std::string PXMenuManager::sharedFolder() {
-    auto& self = sharedInstance();
-    std::lock_guard guard(self.m_mutex);
-    if (self.m_sharedFolder.empty()) self.m_sharedFolder = xdg::applicationSupport();
-    return self.m_sharedFolder;
-}
-
-PXMenuItem::List PXMenuManager::belongAppMenuArray() {
-    auto& self = sharedInstance();
-    std::lock_guard guard(self.m_mutex);
-    return self.m_belongAppMenuArray;
-}
-
-void PXMenuManager::setBelongApps(PXMenuItem::List items) {
-    std::lock_guard guard(m_mutex);
-    m_belongAppMenuArray = std::move(items);
-}
-
-std::string PXMenuManager::createFolderName(const std::string& name) {
-    std::string folder = sharedFolder() + "/" + name;
+std::string PXMenuManager::createFolderName(const std::string& name) const {
+    std::string folder = m_sharedFolder + "/" + name;
     struct stat info {};
     if (::stat(folder.c_str(), &info) != 0) ::mkdir(folder.c_str(), 0755);
     return folder;
@@ -106,12 +61,13 @@ bool PXMenuManager::existKey(std::string_view key, const PXMenuItem::List& items
     return false;
 }
 
-void PXMenuManager::addMenuKey(const std::string& menuKey, const plist::Value& dict, bool toTop) {
+void PXMenuManager::addMenuKey(const std::string& menuKey, const plist::Value& dict,
+                               bool toTop) const {
     editList(menuKey,
              [&](plist::Array& list) { list.insert(toTop ? list.begin() : list.end(), dict); });
 }
 
-void PXMenuManager::removeMenuKey(const std::string& menuKey, const std::string& itemKey) {
+void PXMenuManager::removeMenuKey(const std::string& menuKey, const std::string& itemKey) const {
     editList(menuKey, [&](plist::Array& list) {
         auto index = indexOfKeyOrPath(list, itemKey);
         if (!index) return;
@@ -125,7 +81,7 @@ void PXMenuManager::removeMenuKey(const std::string& menuKey, const std::string&
 }
 
 void PXMenuManager::updateMenuKey(const std::string& menuKey, const std::string& itemKey,
-                                  const std::string& attrKey, const plist::Value& value) {
+                                  const std::string& attrKey, const plist::Value& value) const {
     editList(menuKey, [&](plist::Array& list) {
         auto index = indexOfKeyOrPath(list, itemKey);
         if (!index) return;
@@ -139,7 +95,7 @@ void PXMenuManager::updateMenuKey(const std::string& menuKey, const std::string&
     });
 }
 
-void PXMenuManager::replaceMenuKey(const std::string& menuKey, const plist::Value& item) {
+void PXMenuManager::replaceMenuKey(const std::string& menuKey, const plist::Value& item) const {
     plist::Value key = item.get("key");
     editList(menuKey, [&](plist::Array& list) {
         for (auto& entry : list)
@@ -151,7 +107,7 @@ void PXMenuManager::replaceMenuKey(const std::string& menuKey, const plist::Valu
 }
 
 void PXMenuManager::changePositionMenuKey(const std::string& menuKey, std::size_t fromIndex,
-                                          std::size_t toIndex) {
+                                          std::size_t toIndex) const {
     editList(menuKey, [&](plist::Array& list) {
         if (fromIndex >= list.size()) return;
         plist::Value entry = list[fromIndex];
@@ -160,14 +116,6 @@ void PXMenuManager::changePositionMenuKey(const std::string& menuKey, std::size_
         list.insert(list.begin() + static_cast<std::ptrdiff_t>(std::min(target, list.size())),
                     entry);
     });
-}
-
-bool PXMenuManager::openMainApp() {
-    GDesktopAppInfo* info = g_desktop_app_info_new("pxmenu-settings.desktop");
-    if (!info) return false;
-    gboolean launched = g_app_info_launch(G_APP_INFO(info), nullptr, nullptr, nullptr);
-    g_object_unref(info);
-    return launched;
 }
 
 } // namespace px

@@ -1,64 +1,63 @@
 #pragma once
 
 #include "config/PXMenuItem.h"
-#include "config/Value.h"
 #include "platform/Settings.h"
+#include "plist/Value.h"
 
 #include <cstddef>
+#include <functional>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <string_view>
 
 namespace px {
 
 // The persistent menu configuration: the shared settings suite, the shared data folder, the
-// edit operations on the five stored lists and the builders that turn them into items.
+// edit operations on the five stored lists and the builders that turn them into items. The host
+// makes one (on the user's files, or on a test's suite and folder) and hands it down with each
+// request; it holds nothing but those two, so it may be shared between threads as its suite is.
 class PXMenuManager {
   public:
-    static PXMenuManager& sharedInstance();
+    PXMenuManager(std::shared_ptr<platform::Settings> suite, std::string sharedFolder);
 
-    // Points the manager at another suite and data folder (tests, other hosts). Without it the
-    // suite is $XDG_CONFIG_HOME/pxmenu/group.plist and the folder $XDG_DATA_HOME/pxmenu.
-    static void configure(std::shared_ptr<platform::Settings> suite, std::string sharedFolder);
-    static void resetToDefaultLocations();
+    platform::Settings& sharedDefaults() const { return *m_suite; }
+    const std::shared_ptr<platform::Settings>& sharedSuite() const { return m_suite; }
+    const std::string& sharedFolder() const { return m_sharedFolder; }
 
-    static platform::Settings& sharedDefaults();
-    static std::string sharedFolder();
-    static PXMenuItem::List belongAppMenuArray();
-
-    static std::string createFolderName(const std::string& name);
-    static std::string appIconFolder() { return createFolderName("PXAppIcon"); }
-    static std::string fileTemplateFolder() { return createFolderName("PXFileTemplate"); }
-    static std::string folderIconFolder() { return createFolderName("PXFolderIcon"); }
-    static std::string cacheFolder() { return createFolderName("PXCache"); }
-    static std::string configManagerFolder() { return createFolderName("PXConfigManager"); }
+    // The folder `name` inside the shared folder, made when missing.
+    std::string createFolderName(const std::string& name) const;
+    std::string appIconFolder() const { return createFolderName("PXAppIcon"); }
+    std::string fileTemplateFolder() const { return createFolderName("PXFileTemplate"); }
+    std::string folderIconFolder() const { return createFolderName("PXFolderIcon"); }
+    std::string cacheFolder() const { return createFolderName("PXCache"); }
+    std::string configManagerFolder() const { return createFolderName("PXConfigManager"); }
 
     static bool existKey(std::string_view key, const PXMenuItem::List& items);
-    static void addMenuKey(const std::string& menuKey, const plist::Value& dict, bool toTop);
-    static void removeMenuKey(const std::string& menuKey, const std::string& itemKey);
-    static void updateMenuKey(const std::string& menuKey, const std::string& itemKey,
-                              const std::string& attrKey, const plist::Value& value);
-    static void replaceMenuKey(const std::string& menuKey, const plist::Value& item);
-    static void changePositionMenuKey(const std::string& menuKey, std::size_t fromIndex,
-                                      std::size_t toIndex);
-    static bool openMainApp();
+    void addMenuKey(const std::string& menuKey, const plist::Value& dict, bool toTop) const;
+    void removeMenuKey(const std::string& menuKey, const std::string& itemKey) const;
+    void updateMenuKey(const std::string& menuKey, const std::string& itemKey,
+                       const std::string& attrKey, const plist::Value& value) const;
+    void replaceMenuKey(const std::string& menuKey, const plist::Value& item) const;
+    void changePositionMenuKey(const std::string& menuKey, std::size_t fromIndex,
+                               std::size_t toIndex) const;
 
-    static PXMenuItem::List menuItemArray();
-    static PXMenuItem::List newFileTemplateMenuArray(bool includeDisabled);
-    static PXMenuItem::List folderIconMenuArray();
-    static PXMenuItem::List commonAppMenuArray();
-    static PXMenuItem::List commonPathMenuArray();
+    PXMenuItem::List menuItemArray() const;
+    PXMenuItem::List newFileTemplateMenuArray(bool includeDisabled) const;
+    PXMenuItem::List folderIconMenuArray() const;
+    PXMenuItem::List commonAppMenuArray() const;
+    PXMenuItem::List commonPathMenuArray() const;
+    // The entries of the main list that open an application or a terminal window, in order.
+    static PXMenuItem::List belongAppMenuArray(const PXMenuItem::List& mainItems);
 
   private:
-    PXMenuManager() = default;
-    std::shared_ptr<platform::Settings> suite();
-    void setBelongApps(PXMenuItem::List items);
+    PXMenuItem::List
+    buildList(const char* menuKey, bool includeDisabled,
+              const std::function<void(PXMenuItem&, const plist::Value&)>& copyFields) const;
+    void editList(const std::string& menuKey,
+                  const std::function<void(plist::Array&)>& change) const;
 
-    std::mutex m_mutex;
     std::shared_ptr<platform::Settings> m_suite;
     std::string m_sharedFolder;
-    PXMenuItem::List m_belongAppMenuArray;
 };
 
 } // namespace px

@@ -1,6 +1,6 @@
 #include "config/StoredFields.h"
 
-#include "config/ItemFields.h"
+#include "plist/ItemFields.h"
 
 namespace px::fields {
 

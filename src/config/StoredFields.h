@@ -1,7 +1,7 @@
 #pragma once
 
 #include "config/PXMenuItem.h"
-#include "config/Value.h"
+#include "plist/Value.h"
 
 #include <algorithm>
 #include <array>

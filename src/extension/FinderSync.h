@@ -1,28 +1,17 @@
 #pragma once
 
-#include "actions/PXFile.h"
-#include "config/PXMenuItem.h"
-#include "extension/MenuEntry.h"
+#include "config/PXMenuManager.h"
+#include "platform/Platform.h"
 
-#include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
-#include <vector>
 
 namespace px {
 
-class PXCompress;
-class PXEmbedFolderWinCtl;
-class PXLoadingWinCtl;
-
-// Menu kinds a file manager asks for.
-enum class MenuKind { ContextualItems = 0, ContextualContainer = 1, Sidebar = 2, Toolbar = 3 };
-
-// The extension's principal object: it answers menu requests for the current selection, turns a
-// chosen tag back into its configured item and runs that item's action. One instance per
-// process, used on the main queue. The actions are virtual so that hosts and tests can stand
-// in for them.
+// What a host holds for as long as it runs: the store and services its requests use, the
+// folders the file manager should consult the extension for (kept up to date as volumes are
+// mounted), and the toolbar item's texts. Menus and commands are per request (buildMenu,
+// dispatch); this object holds no selection.
 class FinderSync {
   public:
     struct Options {
@@ -31,93 +20,27 @@ class FinderSync {
         bool clearCutList = false;
     };
 
-    FinderSync();
-    explicit FinderSync(Options options);
-    virtual ~FinderSync();
+    FinderSync(std::shared_ptr<PXMenuManager> store, platform::Platform services, Options options);
+    ~FinderSync();
     FinderSync(const FinderSync&) = delete;
     FinderSync& operator=(const FinderSync&) = delete;
 
-    // --- Start-up and selection ---------------------------------------------------------
     void setupDirectoryURLs();
+    // A volume was mounted: the monitored folders are set up again a second later.
     void volumeChangeNoti();
-    std::string targetURL() const;
-    const std::vector<std::string>& selectURLs();
-    std::vector<std::string> selectPaths();
-    bool isSelectSingleURL();
+
     std::string toolbarItemName() const;
     std::string toolbarItemToolTip() const;
     std::string toolbarItemImage() const;
 
-    // --- Menu ---------------------------------------------------------------------------
-    Menu menuForMenuKind(MenuKind kind);
-    std::optional<Menu> getSubMenuWithChildren(const std::optional<PXMenuItem::List>& children,
-                                               const std::string& parentTag);
-
-    // --- Dispatch -----------------------------------------------------------------------
-    void onMenuItemAction(std::int64_t tag);
-    void readyStart(const PXMenuItem::Ptr& item, std::vector<std::string> indexes);
-    void _useSuccess(const PXMenuItem::Ptr& item);
-    virtual void goSet();
-    virtual void goReview();
-    virtual void clean();
-
-    // Brackets a background job: counts it and opens the progress window now; the returned
-    // function, called on the main queue when the job is over, uncounts it and cleans at zero.
-    void beginLoading();
-    void endLoading();
-    // The progress window, made on first use; clean() closes and drops it.
-    PXLoadingWinCtl& loadingWinCtl();
-
-    // Name-based notifications: the object observes a name once; `handleSignal` receives it.
-    void addNotification(const std::string& name);
-    void removeNotification(const std::string& name);
-    virtual void handleSignal(const std::string& name);
-
-    // --- Actions ------------------------------------------------------------------------
-    virtual void createFileWithItem(const PXMenuItem::Ptr& item);
-    virtual void openCommonPath(const std::string& path, const PXMenuItem::Ptr& item);
-    virtual void openWithApp(const PXMenuItem::Ptr& item, const std::optional<std::string>& path);
-    virtual void setFolderIcon(const PXMenuItem::Ptr& item);
-    virtual void convertItem(const PXMenuItem::Ptr& item, const PXMenuItem::Ptr& parentItem);
-    virtual void copyfileInfo(const PXMenuItem::Ptr& item);
-    virtual void moveAndCopyItem(const PXMenuItem::Ptr& item, bool isCopy);
-    virtual void openServe(const std::string& serve, const std::optional<std::string>& path);
-    virtual void deletePath();
-    virtual void copyPath();
-    virtual void showSystemFiles(const PXMenuItem::Ptr& item);
-    virtual void hideAndShowFiles(const PXMenuItem::Ptr& item);
-    virtual void lockUnlockFiles(const PXMenuItem::Ptr& item);
-    virtual void cutPasteItem(const PXMenuItem::Ptr& item);
-    virtual void encryptedCompress(const PXMenuItem::Ptr& item);
-    virtual void embedFolder();
-    virtual void unembedFolder();
-    virtual void startColorPicker();
-    virtual void executeScript();
-    virtual void extractIcon();
-
-    // --- State --------------------------------------------------------------------------
-    std::optional<PXMenuItem::List> rightMenuArray;
-    std::optional<std::vector<std::string>> selectURLsCache;
-    bool isSelectURL = false;
-    std::int64_t loadingCount = 0;
-    // The running compression job; set while one runs (one at a time).
-    std::shared_ptr<PXCompress> compress;
-    // The open embed dialog, kept until clean().
-    std::shared_ptr<PXEmbedFolderWinCtl> embedFolderWinCtl;
+    const std::shared_ptr<PXMenuManager>& store() const { return m_store; }
+    const platform::Platform& services() const { return m_services; }
 
   private:
-    bool isFilteredOut(const PXMenuItem& item, const PXFile& current, std::size_t count);
-    MenuEntry makeEntry(const PXMenuItem::Ptr& item, std::size_t index, const PXFile& current,
-                        std::size_t count);
-    void fillChildren(const PXMenuItem::Ptr& item, const PXFile& current, std::size_t count);
-    void routeWithChildren(const PXMenuItem::Ptr& item, std::vector<std::string>& indexes);
-    void routeWithoutChildren(const PXMenuItem::Ptr& item);
-    void routeChild(const PXMenuItem::Ptr& item, const PXMenuItem::Ptr& child,
-                    const PXMenuItem::Ptr& grandchild, int childNumber);
-    void openTerminalFromSubmenu(const PXMenuItem::Ptr& item, const PXMenuItem::Ptr& child,
-                                 const PXMenuItem::Ptr& grandchild);
-
-    std::shared_ptr<PXLoadingWinCtl> m_loadingWinCtl;
+    std::shared_ptr<PXMenuManager> m_store;
+    platform::Platform m_services;
+    // Lets a delayed set-up scheduled by volumeChangeNoti() see that this object has gone.
+    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };
 
 } // namespace px

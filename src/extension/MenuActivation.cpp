@@ -1,7 +1,7 @@
 #include "extension/MenuActivation.h"
 
-#include "platform/linux/ProcessSpawn.h"
 #include "support/FileIO.h"
+#include "support/ProcessSpawn.h"
 #include "support/Xdg.h"
 
 #include <atomic>

@@ -1,11 +1,13 @@
 // Building the menu for one request: filters, titles, generated children and tags.
-#include "actions/FileHash.h"
-#include "config/Localization.h"
+#include "extension/MenuBuilder.h"
+
 #include "config/PXMenuManager.h"
-#include "extension/FinderSync.h"
 #include "extension/MenuTag.h"
 #include "extension/PXHelper.h"
 #include "extension/UserTemplates.h"
+#include "support/FileHash.h"
+#include "support/Localization.h"
+#include "support/PXFile.h"
 #include "support/ReadScope.h"
 
 #include <algorithm>
@@ -25,15 +27,19 @@ std::string parentFolder(const std::string& path) {
     return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-bool preference(const char* key) {
-    return PXMenuManager::sharedDefaults().boolForKey(key);
-}
-
 std::string upperCased(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(),
                    [](unsigned char c) { return std::toupper(c); });
     return text;
 }
+
+// What one build reads once: the request, its preferences and the selection's first item.
+struct BuildState {
+    const Request& request;
+    const PXFile current;
+    const std::size_t count;
+    const PXMenuItem::List mainItems;
+};
 
 PXMenuItem::List digestChildren() {
     PXMenuItem::List items;
@@ -75,25 +81,27 @@ PXMenuItem::Ptr headItem(const char* key, const char* icon) {
 }
 
 // Common paths as targets; copy and move list each path's subfolders beneath it.
-PXMenuItem::List targetChildren(bool withSubfolders) {
-    PXMenuItem::List items = PXMenuManager::commonPathMenuArray();
+PXMenuItem::List targetChildren(const BuildState& state, bool withSubfolders) {
+    PXMenuItem::List items = state.request.store().commonPathMenuArray();
+    PXHelper helper(state.request, state.mainItems);
     for (const auto& child : items)
         if (withSubfolders)
-            child->setChildren(child, PXHelper::commomPathChildFolderItemWithPath(child->path));
+            child->setChildren(child, helper.commomPathChildFolderItemWithPath(child->path));
     items.insert(items.begin(), headItem("Select Folder", "choose"));
     return items;
 }
 
-PXMenuItem::List commonPathChildren() {
-    PXMenuItem::List items = PXMenuManager::commonPathMenuArray();
+PXMenuItem::List commonPathChildren(const BuildState& state) {
+    PXMenuItem::List items = state.request.store().commonPathMenuArray();
+    PXHelper helper(state.request, state.mainItems);
     for (const auto& child : items)
-        child->setChildren(child, PXHelper::commomPathNextMenuWithPath(child->path));
+        child->setChildren(child, helper.commomPathNextMenuWithPath(child->path));
     return items;
 }
 
-PXMenuItem::List folderIconChildren(const PXFile& current) {
-    PXMenuItem::List items = PXMenuManager::folderIconMenuArray();
-    if (filehash::hasCustomIcon(current.path)) {
+PXMenuItem::List folderIconChildren(const BuildState& state) {
+    PXMenuItem::List items = state.request.store().folderIconMenuArray();
+    if (filehash::hasCustomIcon(state.current.path)) {
         auto recover = headItem("Recover Icon", "recover");
         recover->displayName = localized("Recover");
         items.insert(items.begin(), recover);
@@ -101,7 +109,85 @@ PXMenuItem::List folderIconChildren(const PXFile& current) {
     return items;
 }
 
-// The submenu of generated or stored children, tagged below `parentTag`.
+bool isFilteredOut(const BuildState& state, const PXMenuItem& item) {
+    const Request& request = state.request;
+    const PXFile& current = state.current;
+    const bool onItems = request.onItems();
+    bool hasCutPaths = !item.cutPaths.empty();
+    if (state.count == 0 && !item.isNotNeedURL) return true;
+    if (onItems && item.key == "Hide All Files") return true;
+    // The extension is worked out only for the few entries limited to some formats.
+    if (item.isConvert() && !contains(item.formats, current.ext())) return true;
+    if (item.isFileInfo() && (current.isFolder() || !request.onSingleItem())) return true;
+    if (item.isCutPaste() && !onItems && !hasCutPaths) return true;
+    if (item.isColorPicker() && onItems) return true;
+    if (!item.formats.empty() && !contains(item.formats, current.ext())) return true;
+    if (item.isNeedFolder && !current.isFolder()) return true;
+    if (item.isNeedSelectURL && !onItems) return true;
+    if (item.children && item.children->empty()) return true;
+    if (item.disabled || !item.isValidParent(request.preferences())) return true;
+    return !onItems && item.isCutPaste() && hasCutPaths &&
+           current.path == parentFolder(item.cutPaths.front());
+}
+
+// The entry's title and icon name: cut or paste, lock or unlock follow the selection.
+MenuEntry makeEntry(const BuildState& state, const PXMenuItem& item, std::size_t index,
+                    bool withIcon) {
+    MenuEntry entry;
+    entry.key = item.key;
+    entry.tag = static_cast<std::int64_t>(index + 1);
+    std::string icon = item.icon;
+    if (item.isCutPaste()) {
+        bool paste = !state.request.onItems() && !item.cutPaths.empty();
+        entry.title = localized(paste ? "Paste" : "Cut");
+        icon = paste ? "paste" : "cut";
+    } else if (item.isLockUnlock()) {
+        bool locked = filehash::isLocked(state.current.path);
+        entry.title = localized(locked ? "Unlock" : "Lock");
+        icon = locked ? "unlock" : "lock";
+    } else {
+        entry.title = item.menuTitle();
+    }
+    if (!withIcon) return entry;
+    if (icon == item.icon) {
+        entry.icon = item.menuIcon();
+    } else {
+        PXMenuItem shown = item;
+        shown.icon = icon;
+        entry.icon = shown.menuIcon();
+    }
+    return entry;
+}
+
+PXMenuItem::List newFileChildren(const BuildState& state) {
+    PXMenuItem::List templates;
+    for (const auto& entry : state.request.store().newFileTemplateMenuArray(false))
+        if (entry->isNewFileFromWindow() || state.count > 0) templates.push_back(entry);
+    if (state.count > 0)
+        for (auto& entry : UserTemplates::items())
+            templates.push_back(std::move(entry));
+    if (state.request.onItems() && state.count == 1 && !state.current.isFolder())
+        templates.push_back(PXMenuItem::addToFileTemplate());
+    return templates;
+}
+
+void fillChildren(const BuildState& state, const PXMenuItem::Ptr& item) {
+    if (item->isFileInfo()) item->setChildren(item, digestChildren());
+    if (item->isConvert())
+        item->setChildren(item, convertChildren(state.current.ext(), state.count));
+    if (item->isCommonPath())
+        item->setChildren(item, commonPathChildren(state));
+    else if (item->isCommonApp())
+        item->setChildren(item, state.request.store().commonAppMenuArray());
+    else if (item->isFolderIcon())
+        item->setChildren(item, folderIconChildren(state));
+    if (item->isMove() || item->isCopy() || item->isTerminalTo())
+        item->setChildren(item, targetChildren(state, !item->isTerminalTo()));
+    if (item->isNewFile()) item->setChildren(item, newFileChildren(state));
+}
+
+} // namespace
+
 std::optional<Menu> submenuOf(const std::optional<PXMenuItem::List>& children,
                               const std::string& parentTag, bool icons) {
     if (!children || children->empty()) return std::nullopt;
@@ -128,88 +214,23 @@ std::optional<Menu> submenuOf(const std::optional<PXMenuItem::List>& children,
     return menu;
 }
 
-} // namespace
-
-bool FinderSync::isFilteredOut(const PXMenuItem& item, const PXFile& current, std::size_t count) {
-    bool hasCutPaths = !item.cutPaths.empty();
-    if (count == 0 && !item.isNotNeedURL) return true;
-    if (isSelectURL && item.key == "Hide All Files") return true;
-    // The extension is worked out only for the few entries limited to some formats.
-    if (item.isConvert() && !contains(item.formats, current.ext())) return true;
-    if (item.isFileInfo() && (current.isFolder() || !isSelectSingleURL())) return true;
-    if (item.isCutPaste() && !isSelectURL && !hasCutPaths) return true;
-    if (item.isColorPicker() && isSelectURL) return true;
-    if (!item.formats.empty() && !contains(item.formats, current.ext())) return true;
-    if (item.isNeedFolder && !current.isFolder()) return true;
-    if (item.isNeedSelectURL && !isSelectURL) return true;
-    if (item.children && item.children->empty()) return true;
-    if (item.disabled || !item.isValidParent()) return true;
-    return !isSelectURL && item.isCutPaste() && hasCutPaths &&
-           current.path == parentFolder(item.cutPaths.front());
-}
-
-MenuEntry FinderSync::makeEntry(const PXMenuItem::Ptr& item, std::size_t index,
-                                const PXFile& current, std::size_t) {
-    MenuEntry entry;
-    entry.key = item->key;
-    entry.tag = static_cast<std::int64_t>(index + 1);
-    if (item->isCutPaste()) {
-        bool paste = !isSelectURL && !item->cutPaths.empty();
-        entry.title = localized(paste ? "Paste" : "Cut");
-        item->icon = paste ? "paste" : "cut";
-    } else if (item->isLockUnlock()) {
-        bool locked = filehash::isLocked(current.path);
-        entry.title = localized(locked ? "Unlock" : "Lock");
-        item->icon = locked ? "unlock" : "lock";
-    } else {
-        entry.title = item->menuTitle();
-    }
-    return entry;
-}
-
-void FinderSync::fillChildren(const PXMenuItem::Ptr& item, const PXFile& current,
-                              std::size_t count) {
-    if (item->isFileInfo()) item->setChildren(item, digestChildren());
-    if (item->isConvert()) item->setChildren(item, convertChildren(current.ext(), count));
-    if (item->isCommonPath())
-        item->setChildren(item, commonPathChildren());
-    else if (item->isCommonApp())
-        item->setChildren(item, PXMenuManager::commonAppMenuArray());
-    else if (item->isFolderIcon())
-        item->setChildren(item, folderIconChildren(current));
-    if (item->isMove() || item->isCopy() || item->isTerminalTo())
-        item->setChildren(item, targetChildren(!item->isTerminalTo()));
-    if (!item->isNewFile()) return;
-    PXMenuItem::List templates;
-    for (const auto& entry : PXMenuManager::newFileTemplateMenuArray(false))
-        if (entry->isNewFileFromWindow() || count > 0) templates.push_back(entry);
-    if (count > 0)
-        for (auto& entry : UserTemplates::items())
-            templates.push_back(std::move(entry));
-    if (isSelectURL && count == 1 && !current.isFolder())
-        templates.push_back(PXMenuItem::addToFileTemplate());
-    item->setChildren(item, std::move(templates));
-}
-
-Menu FinderSync::menuForMenuKind(MenuKind kind) {
+BuiltMenu buildMenu(const Request& request) {
     // One look at the settings file and the artwork folders for the whole menu.
     ReadScope scope;
-    selectURLsCache.reset();
-    const auto& selection = selectURLs();
-    std::size_t count = selection.size();
-    if (count > 0) isSelectURL = kind == MenuKind::ContextualItems;
-    PXFile current(count > 0 ? selection.front() : std::string());
-    rightMenuArray = PXMenuManager::menuItemArray();
-    const bool topIcons = !preference("pref check1");
-    const bool settingsEntry = !preference("pref check2");
-    const bool submenuIcons = !preference("pref check4");
+    const auto& selection = request.selection();
+    PXMenuItem::List items = request.store().menuItemArray();
+    BuildState state{request, PXFile(selection.empty() ? std::string() : selection.front()),
+                     selection.size(), items};
+    auto& preferences = request.preferences();
+    const bool topIcons = !preferences.boolForKey("pref check1");
+    const bool settingsEntry = !preferences.boolForKey("pref check2");
+    const bool submenuIcons = !preferences.boolForKey("pref check4");
     Menu menu;
-    for (std::size_t i = 0; i < rightMenuArray->size(); ++i) {
-        const auto& item = (*rightMenuArray)[i];
-        if (isFilteredOut(*item, current, count)) continue;
-        MenuEntry entry = makeEntry(item, i, current, count);
-        if (topIcons) entry.icon = item->menuIcon();
-        fillChildren(item, current, count);
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        const auto& item = items[i];
+        if (isFilteredOut(state, *item)) continue;
+        MenuEntry entry = makeEntry(state, *item, i, topIcons);
+        fillChildren(state, item);
         if (item->children) {
             if (settingsEntry) item->children->push_back(PXMenuItem::setItem());
             if (auto submenu =
@@ -218,13 +239,7 @@ Menu FinderSync::menuForMenuKind(MenuKind kind) {
         }
         menu.push_back(std::move(entry));
     }
-    return menu;
-}
-
-std::optional<Menu>
-FinderSync::getSubMenuWithChildren(const std::optional<PXMenuItem::List>& children,
-                                   const std::string& parentTag) {
-    return submenuOf(children, parentTag, !preference("pref check4"));
+    return {std::move(menu), std::move(items)};
 }
 
 } // namespace px

@@ -22,5 +22,8 @@ using Menu = std::vector<MenuEntry>;
 
 // The entry carrying a tag anywhere in the menu; separators are never found.
 const MenuEntry* findEntryWithTag(const Menu& menu, std::int64_t tag);
+// The keys from the top-level entry down to the entry carrying the tag; empty when no entry
+// carries it.
+std::vector<std::string> keyPathOfTag(const Menu& menu, std::int64_t tag);
 
 } // namespace px

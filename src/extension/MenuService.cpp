@@ -1,9 +1,9 @@
 #include "extension/MenuService.h"
 
-#include "config/Localization.h"
 #include "extension/FinderSync.h"
 #include "extension/MenuActivation.h"
-#include "platform/Platform.h"
+#include "extension/MenuBuilder.h"
+#include "support/Localization.h"
 #include "support/Xdg.h"
 
 #include <cstdio>
@@ -17,15 +17,14 @@ namespace px {
 namespace {
 
 // The one call into the menu builder. Everything else here is the plugins' side.
-Menu buildCoreMenu(const MenuRequest& request) {
-    platform::current().controller =
-        std::make_shared<platform::StaticFinderSyncController>(request.paths, request.target);
-    FinderSync sync;
-    return sync.menuForMenuKind(static_cast<MenuKind>(request.kind));
+Menu buildCoreMenu(const MenuRequest& request, const std::shared_ptr<PXMenuManager>& store) {
+    Request built(
+        {request.paths, request.target, static_cast<MenuKind>(request.kind), {}, {}, store});
+    return buildMenu(built).entries;
 }
 
-void clearCutList() {
-    FinderSync sync(FinderSync::Options{.clearCutList = true});
+void clearCutList(const std::shared_ptr<PXMenuManager>& store) {
+    FinderSync sync(store, {}, FinderSync::Options{.clearCutList = true});
 }
 
 std::string validUtf8(const std::string& text) {
@@ -89,13 +88,18 @@ void report(const char* what, const char* reason) {
 
 } // namespace
 
+const std::shared_ptr<PXMenuManager>& MenuService::store() {
+    if (!m_store) m_store = m_openStore();
+    return m_store;
+}
+
 void MenuService::hostLoaded() noexcept {
     try {
         if (!configurationExists()) {
             requestSetup();
             return;
         }
-        clearCutList();
+        clearCutList(store());
     } catch (const std::exception& error) {
         report("start-up", error.what());
     } catch (...) {
@@ -105,7 +109,7 @@ void MenuService::hostLoaded() noexcept {
 
 ServiceMenu MenuService::menu(const MenuRequest& request) noexcept {
     try {
-        return TreeConverter().convert(buildCoreMenu(request), {});
+        return TreeConverter().convert(buildCoreMenu(request, store()), {});
     } catch (const std::exception& error) {
         report("menu", error.what());
     } catch (...) {

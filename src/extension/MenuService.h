@@ -1,6 +1,10 @@
 #pragma once
 
+#include "config/PXMenuManager.h"
+
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -36,13 +40,23 @@ using ServiceMenu = std::vector<ServiceEntry>;
 // The host-neutral menu service the file-manager plugins call on their main thread. It starts
 // no thread and queues nothing; it writes nothing but the cut list's clearing when the host
 // loads the plugin. Every failure inside it ends in an empty menu and a message on standard
-// error, never in an exception.
+// error, never in an exception. The host says how to open the user's store; the service opens
+// it when it first reads it (not at load when no configuration exists yet) and keeps it.
 class MenuService {
   public:
+    using StoreOpener = std::function<std::shared_ptr<PXMenuManager>()>;
+    explicit MenuService(StoreOpener openStore) : m_openStore(std::move(openStore)) {}
+
     // Once per file-manager session: clears the cut list and, when no configuration exists
     // yet, starts `pxmenu setup` detached.
-    static void hostLoaded() noexcept;
-    static ServiceMenu menu(const MenuRequest& request) noexcept;
+    void hostLoaded() noexcept;
+    ServiceMenu menu(const MenuRequest& request) noexcept;
+
+  private:
+    const std::shared_ptr<PXMenuManager>& store();
+
+    StoreOpener m_openStore;
+    std::shared_ptr<PXMenuManager> m_store;
 };
 
 } // namespace px

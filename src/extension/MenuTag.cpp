@@ -48,4 +48,24 @@ const MenuEntry* findEntryWithTag(const Menu& menu, std::int64_t tag) {
     return nullptr;
 }
 
+namespace {
+
+bool collectKeyPath(const Menu& menu, std::int64_t tag, std::vector<std::string>& path) {
+    for (const auto& entry : menu) {
+        path.push_back(entry.key);
+        if (!entry.separator && entry.tag == tag) return true;
+        if (collectKeyPath(entry.children, tag, path)) return true;
+        path.pop_back();
+    }
+    return false;
+}
+
+} // namespace
+
+std::vector<std::string> keyPathOfTag(const Menu& menu, std::int64_t tag) {
+    std::vector<std::string> path;
+    if (!collectKeyPath(menu, tag, path)) path.clear();
+    return path;
+}
+
 } // namespace px

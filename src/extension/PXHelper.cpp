@@ -1,11 +1,11 @@
 #include "extension/PXHelper.h"
 
-#include "config/Localization.h"
 #include "config/MenuKeys.h"
 #include "config/PXMenuManager.h"
+#include "extension/PXCheckPermit.h"
 #include "support/FileIO.h"
 #include "support/LocalMounts.h"
-#include "support/PXCheckPermit.h"
+#include "support/Localization.h"
 
 #include <algorithm>
 #include <chrono>
@@ -106,7 +106,7 @@ void append(PXMenuItem::List& list, const PXMenuItem::List& more) {
 
 } // namespace
 
-PXMenuItem::List PXHelper::_nextTypeSubMenuWithPath(const std::string& path, std::size_t maxCount) {
+PXMenuItem::List PXHelper::nextTypeSubMenuWithPath(const std::string& path, std::size_t maxCount) {
     PXMenuItem::List items;
     forEachVisibleEntry(path, [&](const dirent64& entry) {
         items.push_back(entryItem(path, entry.d_name));
@@ -117,27 +117,27 @@ PXMenuItem::List PXHelper::_nextTypeSubMenuWithPath(const std::string& path, std
     return items;
 }
 
-PXMenuItem::List PXHelper::_nextTypeAppMenu() {
-    PXMenuItem::List items = PXMenuManager::belongAppMenuArray();
-    append(items, PXMenuManager::commonAppMenuArray());
+PXMenuItem::List PXHelper::nextTypeAppMenu() const {
+    PXMenuItem::List items = PXMenuManager::belongAppMenuArray(m_mainItems);
+    append(items, m_request.store().commonAppMenuArray());
     return items;
 }
 
-PXMenuItem::List PXHelper::commomPathNextMenuWithPath(const std::string& path) {
+PXMenuItem::List PXHelper::commomPathNextMenuWithPath(const std::string& path) const {
     if (!mounts::isOnLocalMount(path)) return {};
-    if (!PXCheckPermit::checkPermitWithPath(path)) return authorizeOnly();
+    if (!m_request.permits().checkPermitWithPath(path)) return authorizeOnly();
     PXMenuItem::List items;
-    switch (PXMenuManager::sharedDefaults().integerForKey(menukey::kCommonPathNextMenu)) {
+    switch (m_request.preferences().integerForKey(menukey::kCommonPathNextMenu)) {
     case 2:
-        items = _nextTypeAppMenu();
+        items = nextTypeAppMenu();
         break;
     case 3:
-        items = _nextTypeSubMenuWithPath(path, 20);
+        items = nextTypeSubMenuWithPath(path, 20);
         break;
     case 4:
-        items = _nextTypeSubMenuWithPath(path, 10);
+        items = nextTypeSubMenuWithPath(path, 10);
         items.push_back(PXMenuItem::sepLineItem());
-        append(items, _nextTypeAppMenu());
+        append(items, nextTypeAppMenu());
         break;
     default:
         break;
@@ -146,9 +146,9 @@ PXMenuItem::List PXHelper::commomPathNextMenuWithPath(const std::string& path) {
     return items;
 }
 
-PXMenuItem::List PXHelper::commomPathChildFolderItemWithPath(const std::string& path) {
+PXMenuItem::List PXHelper::commomPathChildFolderItemWithPath(const std::string& path) const {
     if (!mounts::isOnLocalMount(path)) return {};
-    if (!PXCheckPermit::checkPermitWithPath(path)) return authorizeOnly();
+    if (!m_request.permits().checkPermitWithPath(path)) return authorizeOnly();
     PXMenuItem::List items;
     forEachVisibleEntry(path, [&](const dirent64& entry) {
         if (!isFolderEntry(path, entry)) return true;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "config/PXMenuItem.h"
+#include "extension/Request.h"
 
 #include <chrono>
 #include <cstddef>
@@ -13,15 +14,24 @@ namespace px {
 // folder level and stops as soon as its bound is reached; paths on network shares get none.
 class PXHelper {
   public:
-    static PXMenuItem::List commomPathNextMenuWithPath(const std::string& path);
-    static PXMenuItem::List commomPathChildFolderItemWithPath(const std::string& path);
-    static PXMenuItem::List _nextTypeSubMenuWithPath(const std::string& path, std::size_t maxCount);
-    static PXMenuItem::List _nextTypeAppMenu();
+    // `mainItems` is the main list of the menu being built, whose applications the
+    // applications submenu lists.
+    PXHelper(const Request& request, const PXMenuItem::List& mainItems)
+        : m_request(request), m_mainItems(mainItems) {}
+
+    PXMenuItem::List commomPathNextMenuWithPath(const std::string& path) const;
+    PXMenuItem::List commomPathChildFolderItemWithPath(const std::string& path) const;
+    static PXMenuItem::List nextTypeSubMenuWithPath(const std::string& path, std::size_t maxCount);
+    PXMenuItem::List nextTypeAppMenu() const;
 
     static constexpr std::size_t kMaxChildFolders = 20;
     // The most entries, and the longest time, one folder listing may take.
     static constexpr std::size_t kMaxListedEntries = 2048;
     static constexpr std::chrono::milliseconds kListingTimeBudget{5};
+
+  private:
+    const Request& m_request;
+    const PXMenuItem::List& m_mainItems;
 };
 
 } // namespace px

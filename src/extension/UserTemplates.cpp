@@ -1,8 +1,8 @@
 #include "extension/UserTemplates.h"
 
-#include "actions/PathName.h"
 #include "config/IconTheme.h"
 #include "support/FileStamp.h"
+#include "support/PathName.h"
 #include "support/Xdg.h"
 
 #include <algorithm>

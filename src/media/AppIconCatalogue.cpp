@@ -1,6 +1,6 @@
 #include "media/AppIconCatalogue.h"
 
-#include "actions/FileHash.h"
+#include "support/FileHash.h"
 #include "support/FileIO.h"
 
 #include <array>

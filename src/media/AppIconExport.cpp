@@ -1,11 +1,11 @@
 #include "media/AppIconExport.h"
 
 #include "actions/FailureLog.h"
-#include "actions/FileHash.h"
 #include "media/AppIconCatalogue.h"
 #include "media/AppIconTables.h"
 #include "media/IcnsFile.h"
 #include "media/ImageFile.h"
+#include "support/FileHash.h"
 #include "support/FileIO.h"
 
 #include <algorithm>

@@ -1,15 +1,15 @@
 // The colour picker menu action: the colour comes from the Ui's picker, the result dialog
 // offers it as text.
-#include "extension/FinderSync.h"
+#include "actions/Commands.h"
 #include "media/ColorResult.h"
 #include "platform/Platform.h"
 
-namespace px {
+namespace px::commands {
 
-void FinderSync::startColorPicker() {
-    std::optional<platform::Ui::Color> color = platform::ui().pickColor();
+void pickColor(ActionContext& cx) {
+    std::optional<platform::Ui::Color> color = cx.ui().pickColor();
     if (!color) return;
-    colorresult::colorPickerChange(*color, [this] { clean(); });
+    colorresult::colorPickerChange(cx.request, *color);
 }
 
-} // namespace px
+} // namespace px::commands

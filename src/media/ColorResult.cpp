@@ -1,9 +1,8 @@
 #include "media/ColorResult.h"
 
-#include "actions/FileHash.h"
-#include "config/Localization.h"
 #include "config/PXMenuManager.h"
-#include "platform/Platform.h"
+#include "support/FileHash.h"
+#include "support/Localization.h"
 
 #include <algorithm>
 #include <cmath>
@@ -36,15 +35,14 @@ std::string rgbText(const platform::Ui::Color& color) {
     return printed("%.0f,%.0f,%.0f", scaled(color.red), scaled(color.green), scaled(color.blue));
 }
 
-void colorPickerChange(const platform::Ui::Color& color, const std::function<void()>&) {
-    const std::string hex =
-        hexText(color, PXMenuManager::sharedDefaults().boolForKey("pref check6"));
+void colorPickerChange(const Request& request, const platform::Ui::Color& color) {
+    const std::string hex = hexText(color, request.preferences().boolForKey("pref check6"));
     const std::string rgb = rgbText(color);
     const std::string copy = localized("Copy");
     platform::Ui::Alert alert{
         "", "HEX\uFF1A" + hex + "\n\nRGB\uFF1A" + rgb, {copy + " HEX", copy + " RGB"}};
-    const bool firstButton = platform::ui().runAlert(alert) == 1000;
-    filehash::copyToPasteboard(firstButton ? hex : rgb, platform::pasteboard());
+    const bool firstButton = request.ui().runAlert(alert) == 1000;
+    request.pasteboard().copyTrimmed(firstButton ? hex : rgb);
 }
 
 } // namespace px::colorresult

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "extension/Request.h"
 #include "platform/Ui.h"
 
 #include <functional>
@@ -17,8 +18,6 @@ std::string rgbText(const platform::Ui::Color& color);
 // Shows both texts in one alert with the buttons "Copy HEX" and "Copy RGB" (localised "Copy")
 // and copies the text of the button chosen: the hexadecimal text for the first, the decimal
 // text otherwise. The "#" follows the preference "pref check6" of the shared suite.
-// `complete` is kept for the caller's sake but not called: a colour-panel observation that it
-// would end stays in place, so that every later change shows the dialog again.
-void colorPickerChange(const platform::Ui::Color& color, const std::function<void()>& complete);
+void colorPickerChange(const Request& request, const platform::Ui::Color& color);
 
 } // namespace px::colorresult

@@ -1,26 +1,25 @@
 // The file-info submenu: the chosen digest of the first selected file, shown and copied.
-#include "actions/FileHash.h"
-#include "config/Localization.h"
-#include "extension/FinderSync.h"
+#include "actions/Commands.h"
 #include "media/Digest.h"
 #include "platform/Platform.h"
+#include "support/FileHash.h"
+#include "support/Localization.h"
 
 #include <filesystem>
 
-namespace px {
+namespace px::commands {
 
-void FinderSync::copyfileInfo(const PXMenuItem::Ptr& item) {
-    const auto& urls = selectURLs();
-    if (!item || urls.empty()) return;
+void copyFileInfo(ActionContext& cx, const PXMenuItem& item, std::size_t index) {
+    const auto& urls = cx.selection();
+    if (urls.empty()) return;
     const std::string path = urls.front();
     std::error_code error;
     if (std::filesystem::is_directory(path, error)) return;
-    digest::Context context(digest::algorithmForTag(item->tag));
+    digest::Context context(digest::algorithmForTag(static_cast<std::int64_t>(index)));
     std::optional<std::string> text = filehash::hashOfFileAtPath(path, context);
     platform::Ui::Alert alert{
-        item->key, text.value_or(""), {localized("Copy"), localized("Cancel")}};
-    if (platform::ui().runAlert(alert) == 1000 && text)
-        filehash::copyToPasteboard(*text, platform::pasteboard());
+        item.key, text.value_or(""), {localized("Copy"), localized("Cancel")}};
+    if (cx.ui().runAlert(alert) == 1000 && text) cx.request.pasteboard().copyTrimmed(*text);
 }
 
-} // namespace px
+} // namespace px::commands

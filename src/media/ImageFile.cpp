@@ -1,7 +1,8 @@
 #include "media/ImageFile.h"
 
-#include "actions/PathName.h"
 #include "media/IcnsFile.h"
+#include "support/PathName.h"
+#include "support/TemporaryFiles.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -60,6 +61,17 @@ std::optional<vips::VImage> loadThroughVips(const std::string& path, ImageAccess
     return std::nullopt;
 }
 
+} // namespace
+
+std::optional<vips::VImage> loadImageThroughFallback(const std::string& path) {
+    ensureVipsStarted();
+    vips::VImage image;
+    if (attempt([&] { image = vips::VImage::magickload(path.c_str()); })) return image;
+    return std::nullopt;
+}
+
+namespace {
+
 bool isGifSaverBuiltIn() {
     static const bool builtIn = vips_type_find("VipsOperation", "gifsave") != 0;
     return builtIn;
@@ -100,30 +112,19 @@ void encode(const vips::VImage& image, ImageType type, const char* file) {
     }
 }
 
-// A new, empty, hidden file beside target, made with the usual permissions (0666 less the
-// umask); empty when the folder does not take it.
-std::optional<std::string> createTemporaryBeside(const std::string& target) {
-    static thread_local std::mt19937_64 random{std::random_device{}()};
-    const std::string folder = path::deletingLastPathComponent(target);
-    for (int tries = 0; tries < 100; ++tries) {
-        std::string candidate = path::appendingPathComponent(
-            folder, ".px-image-" + std::to_string(::getpid()) + "-" + std::to_string(random()));
-        const int fd = ::open(candidate.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (fd >= 0) {
-            ::close(fd);
-            return candidate;
-        }
-        if (errno != EEXIST) return std::nullopt;
-    }
-    return std::nullopt;
-}
-
 } // namespace
 
 void ensureVipsStarted() {
     static std::once_flag started;
     std::call_once(started, [] {
         if (VIPS_INIT("pxmenu") != 0) vips_error_clear();
+        // The decoders' complaints about a damaged file (a warning per row, often) are not for
+        // the user: a file that cannot be used is reported once, by what asked for it.
+        g_log_set_handler(
+            "VIPS",
+            static_cast<GLogLevelFlags>(G_LOG_LEVEL_WARNING | G_LOG_LEVEL_MESSAGE |
+                                        G_LOG_LEVEL_INFO | G_LOG_LEVEL_DEBUG),
+            [](const gchar*, GLogLevelFlags, const gchar*, gpointer) {}, nullptr);
         // Loads are cached by file name; a long-lived process converting a file that changed
         // since must read it again, so nothing is cached.
         vips_cache_set_max(0);
@@ -145,11 +146,13 @@ std::optional<vips::VImage> loadImage(const std::string& path, ImageAccess acces
 bool saveImageWithExt(const vips::VImage& image, std::string_view key, const std::string& path) {
     ensureVipsStarted();
     if (image.get_image() == nullptr) return false;
-    const std::optional<std::string> temporary = createTemporaryBeside(path);
-    if (!temporary) return false;
-    const bool written = attempt([&] { encode(image, imageTypeForKey(key), temporary->c_str()); });
-    if (written && ::rename(temporary->c_str(), path.c_str()) == 0) return true;
-    ::unlink(temporary->c_str());
+    auto temporary = io::createTemporaryBeside(path);
+    if (temporary.isError()) return false;
+    const bool written =
+        attempt([&] { encode(image, imageTypeForKey(key), temporary.value().c_str()); }) &&
+        !io::syncFile(temporary.value()).isError();
+    if (written && ::rename(temporary.value().c_str(), path.c_str()) == 0) return true;
+    ::unlink(temporary.value().c_str());
     return false;
 }
 

@@ -24,6 +24,10 @@ enum class ImageAccess { Random, Sequential };
 std::optional<vips::VImage> loadImage(const std::string& path,
                                       ImageAccess access = ImageAccess::Random);
 
+// The same through the fallback loader alone (ImageMagick's), for a file whose header libvips
+// reads but whose pixels its own loader refuses (TIFFs of tiled separate planes, for one).
+std::optional<vips::VImage> loadImageThroughFallback(const std::string& path);
+
 // Encodes image for the target key (case-insensitive: "jpeg"/"jpg" JPEG, "bmp" BMP, "tiff" TIFF,
 // "jp2" JPEG 2000, "gif" GIF, anything else PNG) and writes it to path through a temporary file
 // and a rename, so an existing file is replaced whole or not at all. False when it fails.

@@ -42,13 +42,16 @@ class Imaging {
     virtual bool writeAlphaSamples(const PdfImageSource& source, const SampleSink& sink) = 0;
 
     // extractImageFromPDF of PdfTools.h.
-    virtual void extractImageFromPDF(const std::string& pdfPath, const std::string& key,
+    virtual bool extractImageFromPDF(const std::string& pdfPath, const std::string& key,
                                      const PdfProgress& progress) = 0;
 };
 
 // The loaded library's implementation; it is loaded on the first call (from any thread) and
 // stays loaded. An error when the library cannot be found or loaded.
 ErrorOr<Imaging*> imaging();
+
+// Where the loaded library is (or would be loaded from); its helper programs lie beside it.
+std::optional<std::string> imagingLibraryPath();
 
 // The name of the function the library exports to hand out its implementation.
 inline constexpr const char* kImagingEntryPoint = "pxmenu_imaging_instance";

@@ -31,9 +31,9 @@ class ImagingLibrary final : public Imaging {
         return media::writeAlphaSamples(source, sink);
     }
 
-    void extractImageFromPDF(const std::string& pdfPath, const std::string& key,
+    bool extractImageFromPDF(const std::string& pdfPath, const std::string& key,
                              const PdfProgress& progress) override {
-        media::extractImageFromPDF(pdfPath, key, progress);
+        return media::extractImageFromPDF(pdfPath, key, progress);
     }
 };
 

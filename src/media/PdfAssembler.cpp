@@ -3,6 +3,8 @@
 #include "media/PdfImagePage.h"
 #include "media/PdfPageCopy.h"
 
+#include <cerrno>
+#include <cstdio>
 #include <exception>
 #include <qpdf/ClosedFileInputSource.hh>
 #include <qpdf/QPDFWriter.hh>
@@ -86,11 +88,22 @@ ErrorOr<void> PdfAssembler::appendImage(const PdfImageSource& image) {
 
 ErrorOr<void> PdfAssembler::write(const std::string& path) {
     if (m_state->broken) return *m_state->broken;
-    return guarded("cannot write " + path, [&] {
-        QPDFWriter writer(m_state->destination, path.c_str());
+    // The file is ours to close: the writer's own final flush ignores a full disk.
+    std::FILE* file = std::fopen(path.c_str(), "wb");
+    if (file == nullptr) return Error::fromErrno("cannot write " + path, errno);
+    auto written = guarded("cannot write " + path, [&] {
+        QPDFWriter writer(m_state->destination);
+        writer.setOutputFile(path.c_str(), file, false);
         writer.setMinimumPDFVersion(m_state->highestVersion);
         writer.write();
     });
+    const bool flushed = std::fflush(file) == 0 && std::ferror(file) == 0;
+    const int failure = errno;
+    const bool closed = std::fclose(file) == 0;
+    if (written.isError()) return written;
+    if (!flushed || !closed)
+        return Error::fromErrno("cannot write " + path, flushed ? errno : failure);
+    return {};
 }
 
 } // namespace px::media

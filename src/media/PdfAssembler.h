@@ -1,37 +1,25 @@
 #pragma once
 
-#include "media/PdfImageSource.h"
-#include "support/ErrorOr.h"
+#include "media/PdfDocument.h"
 
 #include <memory>
 #include <string>
 
-// A PDF document built from the pages of other PDF files and from images, then written once.
-// PDF pages are copied as they are (text, fonts, annotations, form fields and links between the
-// copied pages kept); an image becomes a page of its size in points, one pixel per point.
-// Source files are read again when the document is written, so they must stay in place until
-// then. Failures come back as values; nothing here throws.
+// The PDF document of PdfDocument.h, assembled with qpdf.
 namespace px::media {
 
-class PdfAssembler {
+class PdfAssembler final : public PdfDocument {
   public:
     PdfAssembler();
-    ~PdfAssembler();
+    ~PdfAssembler() override;
     PdfAssembler(const PdfAssembler&) = delete;
     PdfAssembler& operator=(const PdfAssembler&) = delete;
 
-    // Reopens each source PDF for every read instead of holding it open, for lists longer than
-    // the process may hold open files (slower).
-    void setKeepFilesClosed(bool closed);
-
-    // Appends every page of the PDF file, in order; nothing when it cannot be read.
-    ErrorOr<void> appendDocument(const std::string& path);
-    // Appends one page showing the image.
-    ErrorOr<void> appendImage(const PdfImageSource& image);
-    int pageCount() const;
-
-    // Writes the document to path, replacing what is there.
-    ErrorOr<void> write(const std::string& path);
+    void setKeepFilesClosed(bool closed) override;
+    ErrorOr<void> appendDocument(const std::string& path) override;
+    ErrorOr<void> appendImage(const PdfImageSource& image) override;
+    int pageCount() const override;
+    ErrorOr<void> write(const std::string& path) override;
 
   private:
     struct State;

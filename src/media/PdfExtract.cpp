@@ -1,12 +1,16 @@
-#include "actions/FileHash.h"
-#include "actions/PathName.h"
 #include "media/PageQueue.h"
 #include "media/PdfPageRender.h"
 #include "media/PdfTools.h"
+#include "support/FileHash.h"
+#include "support/PathName.h"
+#include "support/TemporaryFiles.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <fmt/format.h>
+#include <sys/stat.h>
 #include <thread>
 #include <vector>
 
@@ -20,12 +24,14 @@ constexpr unsigned kMaxRenderThreads = 8;
 
 struct Extraction {
     std::string pdfPath;
-    std::string folder;
+    std::string folder; // where the pages are rendered: a temporary beside the document
     std::string key;
 
+    std::string pageName(int index) const {
+        return fmt::format("{}.{}", index + 1, path::lowercased(key));
+    }
     std::string pagePath(int index) const {
-        return path::appendingPathComponent(folder,
-                                            fmt::format("{}.{}", index + 1, path::lowercased(key)));
+        return path::appendingPathComponent(folder, pageName(index));
     }
 };
 
@@ -66,22 +72,38 @@ std::string prepareFolder(const std::string& pdfPath) {
     return folder;
 }
 
+// The rendered pages move from the temporary folder into the document's folder.
+void publishPages(const Extraction& job, int pages) {
+    const std::string folder = prepareFolder(job.pdfPath);
+    for (int index = 0; index < pages; ++index)
+        ::rename(job.pagePath(index).c_str(),
+                 path::appendingPathComponent(folder, job.pageName(index)).c_str());
+    std::error_code ignored;
+    std::filesystem::remove_all(job.folder, ignored);
+}
+
 } // namespace
 
-void extractImageFromPDF(const std::string& pdfPath, const std::string& key,
+bool extractImageFromPDF(const std::string& pdfPath, const std::string& key,
                          const PdfProgress& progress) {
     std::unique_ptr<PdfPageRender> first = PdfPageRender::open(pdfPath);
-    if (!first || first->pageCount() <= 0) {
+    const int pages = first ? first->pageCount() : 0;
+    const std::string temporary = io::temporaryBeside(pdfPath);
+    if (pages <= 0 || pages > kMaxExtractedPages || ::mkdir(temporary.c_str(), 0755) != 0) {
         if (progress) progress(0, 0);
-        return;
+        return false;
     }
-    const Extraction job{pdfPath, prepareFolder(pdfPath), key};
-    PageQueue queue(first->pageCount());
-    std::vector<std::jthread> workers;
-    workers.emplace_back(renderPages, std::cref(job), std::ref(queue), std::move(first));
-    for (unsigned i = 1; i < threadCount(queue.count()); ++i)
-        workers.emplace_back(renderPages, std::cref(job), std::ref(queue), nullptr);
-    reportUntilDone(queue, progress);
+    const Extraction job{pdfPath, temporary, key};
+    {
+        PageQueue queue(pages);
+        std::vector<std::jthread> workers;
+        workers.emplace_back(renderPages, std::cref(job), std::ref(queue), std::move(first));
+        for (unsigned i = 1; i < threadCount(queue.count()); ++i)
+            workers.emplace_back(renderPages, std::cref(job), std::ref(queue), nullptr);
+        reportUntilDone(queue, progress);
+    }
+    publishPages(job, pages);
+    return true;
 }
 
 } // namespace px::media

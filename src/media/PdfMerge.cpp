@@ -1,11 +1,11 @@
 #include "actions/FailureLog.h"
-#include "actions/PathName.h"
-#include "config/Localization.h"
 #include "media/Imaging.h"
-#include "media/PdfAssembler.h"
+#include "media/PdfLibrary.h"
 #include "media/PdfTools.h"
 #include "media/UniqueOutput.h"
 #include "support/FileIO.h"
+#include "support/Localization.h"
+#include "support/PathName.h"
 
 #include <cerrno>
 #include <mutex>
@@ -31,7 +31,7 @@ std::optional<PdfImageSource> imageSource(const std::string& path) {
 }
 
 // Appends the file's pages; false (with a note on standard error) when it adds nothing.
-bool appendContributor(PdfAssembler& assembler, const std::string& path) {
+bool appendContributor(PdfDocument& assembler, const std::string& path) {
     ErrorOr<void> added = Error{path + " is neither a PDF document nor an image", 0};
     if (!io::exists(path)) {
         added = Error{path + " does not exist", ENOENT};
@@ -51,7 +51,7 @@ std::string outputPathFor(const std::string& firstContributor, int pageCount) {
     return path::appendingPathComponent(folder, localized("Untitled") + ".pdf");
 }
 
-ErrorOr<std::string> writeUnderUniqueName(PdfAssembler& assembler, const std::string& wanted) {
+ErrorOr<std::string> writeUnderUniqueName(PdfDocument& assembler, const std::string& wanted) {
     UniqueOutput output = TRY(UniqueOutput::beside(wanted));
     TRY(assembler.write(output.temporaryPath()));
     return output.publish(wanted);
@@ -61,7 +61,10 @@ ErrorOr<std::string> writeUnderUniqueName(PdfAssembler& assembler, const std::st
 
 void mergeToPDF(const std::vector<std::string>& paths) {
     if (paths.empty()) return;
-    PdfAssembler assembler;
+    ErrorOr<PdfLibrary*> library = pdfLibrary();
+    if (library.isError()) return logFailure(library.error());
+    std::unique_ptr<PdfDocument> document = library.value()->newDocument();
+    PdfDocument& assembler = *document;
     assembler.setKeepFilesClosed(paths.size() > kOpenSourcesLimit);
     std::optional<std::string> firstContributor;
     for (const std::string& path : paths)

@@ -1,12 +1,12 @@
 #include "media/UniqueOutput.h"
 
-#include "actions/FileHash.h"
-#include "actions/PathName.h"
+#include "support/FileHash.h"
+#include "support/PathName.h"
+#include "support/TemporaryFiles.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
-#include <random>
 #include <unistd.h>
 
 namespace px::media {
@@ -22,25 +22,10 @@ int renameWithoutReplacing(const std::string& from, const std::string& to) {
     return 0;
 }
 
-std::string randomSuffix() {
-    static thread_local std::mt19937_64 random{std::random_device{}()};
-    return std::to_string(::getpid()) + "-" + std::to_string(random());
-}
-
 } // namespace
 
 ErrorOr<UniqueOutput> UniqueOutput::beside(const std::string& target) {
-    const std::string folder = path::deletingLastPathComponent(target);
-    for (int tries = 0; tries < 100; ++tries) {
-        std::string candidate = path::appendingPathComponent(folder, ".px-pdf-" + randomSuffix());
-        const int fd = ::open(candidate.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (fd >= 0) {
-            ::close(fd);
-            return UniqueOutput(std::move(candidate));
-        }
-        if (errno != EEXIST) return Error::fromErrno("cannot write in " + folder, errno);
-    }
-    return Error{"cannot find a free temporary name in " + folder, EEXIST};
+    return UniqueOutput(TRY(io::createTemporaryBeside(target)));
 }
 
 UniqueOutput::UniqueOutput(UniqueOutput&& other) noexcept
@@ -53,6 +38,7 @@ UniqueOutput::~UniqueOutput() {
 }
 
 ErrorOr<std::string> UniqueOutput::publish(const std::string& wanted) {
+    TRY(io::syncFile(m_temporary));
     for (int tries = 0; tries < 1000; ++tries) {
         std::string name = filehash::uniquePath(wanted);
         const int failure = renameWithoutReplacing(m_temporary, name);

@@ -21,8 +21,10 @@ class UniqueOutput {
 
     const std::string& temporaryPath() const { return m_temporary; }
 
-    // Gives the temporary file the first free name of `wanted`, "<base>-1.<ext>", ...; a name
-    // taken meanwhile by someone else is skipped, never replaced. Answers the name it took.
+    // Makes the written data durable (a write that failed at the last flush is reported here
+    // and nothing is published), then gives the temporary file the first free name of `wanted`,
+    // "<base>-1.<ext>", ...; a name taken meanwhile by someone else is skipped, never replaced.
+    // Answers the name it took.
     ErrorOr<std::string> publish(const std::string& wanted);
 
   private:

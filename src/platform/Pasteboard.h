@@ -14,6 +14,9 @@ class Pasteboard {
     virtual void setString(const std::string& text) = 0;
     // The plain text on the pasteboard, if there is any.
     virtual std::optional<std::string> string() = 0;
+
+    // Replaces the contents with the text, trimmed of white space (not line breaks).
+    void copyTrimmed(const std::string& text);
 };
 
 } // namespace px::platform

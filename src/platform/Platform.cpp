@@ -1,15 +1,12 @@
 #include "platform/Platform.h"
 
-#include "platform/linux/PlistFileSettings.h"
-#include "support/Xdg.h"
-
-#include <mutex>
+#include "platform/MemorySettings.h"
 
 namespace px::platform {
 
 namespace {
 
-// Stand-ins used when a host installed nothing: they refuse every prompt and keep nothing.
+// Stand-ins for services a host does not have: they refuse every request and keep nothing.
 class NullUi final : public Ui {
   public:
     int runAlert(const Alert&) override { return 1001; }
@@ -44,6 +41,7 @@ class NullApplications final : public Applications {
     bool openWithApplication(const std::string&, const std::vector<std::string>&) override {
         return false;
     }
+    bool launchDesktopEntry(const std::string&) override { return false; }
 };
 
 class NullServices final : public Services {
@@ -53,70 +51,24 @@ class NullServices final : public Services {
     }
 };
 
-std::mutex& mutex() {
-    static std::mutex instance;
-    return instance;
+template <typename T, typename StandIn> void fill(std::shared_ptr<T>& member) {
+    if (!member) member = std::make_shared<StandIn>();
 }
-
-Platform& slot() {
-    static Platform instance;
-    return instance;
-}
-
-template <typename T, typename Fallback> T& orFallback(std::shared_ptr<T> Platform::*member) {
-    std::lock_guard guard(mutex());
-    auto& value = slot().*member;
-    if (!value) value = std::make_shared<Fallback>();
-    return *value;
-}
-
-class DefaultStandardDefaults final {
-  public:
-    static std::shared_ptr<Settings> make() {
-        return std::make_shared<PlistFileSettings>(xdg::settingsFolder() + "/extension.plist");
-    }
-};
 
 } // namespace
 
-Platform& current() {
-    return slot();
-}
-
-void install(Platform platform) {
-    std::lock_guard guard(mutex());
-    slot() = std::move(platform);
-}
-
-Ui& ui() {
-    return orFallback<Ui, NullUi>(&Platform::ui);
-}
-Pasteboard& pasteboard() {
-    return orFallback<Pasteboard, NullPasteboard>(&Platform::pasteboard);
-}
-Workspace& workspace() {
-    return orFallback<Workspace, NullWorkspace>(&Platform::workspace);
-}
-Applications& applications() {
-    return orFallback<Applications, NullApplications>(&Platform::applications);
-}
-Services& services() {
-    return orFallback<Services, NullServices>(&Platform::services);
-}
-
-FinderSyncController& controller() {
-    std::lock_guard guard(mutex());
-    auto& value = slot().controller;
-    if (!value)
-        value = std::make_shared<StaticFinderSyncController>(std::vector<std::string>{}, "");
-    return *value;
-}
-
-Settings& standardDefaults() {
-    std::lock_guard guard(mutex());
-    auto& value = slot().standardDefaults;
-    if (!value) value = DefaultStandardDefaults::make();
-    return *value;
+Platform Platform::withStandIns() const {
+    Platform filled = *this;
+    fill<Ui, NullUi>(filled.ui);
+    fill<Pasteboard, NullPasteboard>(filled.pasteboard);
+    fill<Workspace, NullWorkspace>(filled.workspace);
+    fill<Applications, NullApplications>(filled.applications);
+    fill<Services, NullServices>(filled.services);
+    fill<Settings, MemorySettings>(filled.standardDefaults);
+    if (!filled.controller)
+        filled.controller =
+            std::make_shared<StaticFinderSyncController>(std::vector<std::string>{}, "");
+    return filled;
 }
 
 } // namespace px::platform

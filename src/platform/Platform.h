@@ -12,8 +12,9 @@
 
 namespace px::platform {
 
-// The desktop services the core calls, installed once by the host (the command line, the
-// extension process, a plugin) or by a test. Members may be null where a host has none.
+// The desktop services one request uses, made by the host (the command line, the extension
+// process, a plugin) or by a test and handed down with the request. Members a host leaves
+// null are filled with stand-ins by withStandIns().
 struct Platform {
     std::shared_ptr<Ui> ui;
     std::shared_ptr<Pasteboard> pasteboard;
@@ -21,23 +22,14 @@ struct Platform {
     std::shared_ptr<FinderSyncController> controller;
     // The extension's own standard defaults ($XDG_CONFIG_HOME/pxmenu/extension.plist).
     std::shared_ptr<Settings> standardDefaults;
-    // Installed applications by name, and the system services (terminals). Initialised so
-    // that hosts listing only the members above need not mention them.
+    // Installed applications by name, and the system services (terminals).
     std::shared_ptr<Applications> applications = {};
     std::shared_ptr<Services> services = {};
+
+    // A copy with every null member replaced: prompts that cancel, a pasteboard, workspace,
+    // applications and services that refuse everything, an empty controller, and in-memory
+    // standard defaults.
+    Platform withStandIns() const;
 };
-
-Platform& current();
-void install(Platform platform);
-
-// The installed Ui; a Ui that cancels everything when none is installed.
-Ui& ui();
-Pasteboard& pasteboard();
-Workspace& workspace();
-FinderSyncController& controller();
-Settings& standardDefaults();
-// Stand-ins that refuse every request when a host installed none.
-Applications& applications();
-Services& services();
 
 } // namespace px::platform

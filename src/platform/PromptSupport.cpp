@@ -1,6 +1,6 @@
 #include "platform/PromptSupport.h"
 
-#include "config/Localization.h"
+#include "support/Localization.h"
 
 #include <algorithm>
 

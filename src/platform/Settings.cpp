@@ -1,8 +1,10 @@
 #include "platform/Settings.h"
 
-#include "config/ItemFields.h"
+#include "plist/ItemFields.h"
 
+#include <cstdio>
 #include <cstdlib>
+#include <limits>
 
 namespace px::platform {
 
@@ -40,10 +42,18 @@ plist::Value Settings::dictionaryForKey(std::string_view key) {
 std::int64_t Settings::increment(const std::string& key) {
     std::int64_t result = 0;
     modify(key, [&](const plist::Value& old) {
-        result = (old.isNumber() ? old.integer() : 0) + 1;
+        // A counter stays at the largest integer rather than wrapping to a negative one.
+        const std::int64_t count = old.isNumber() ? old.integer() : 0;
+        result = count == std::numeric_limits<std::int64_t>::max() ? count : count + 1;
         return plist::Value(result);
     });
     return result;
+}
+
+std::optional<std::string> Settings::keepDamagedCopy(const std::string& why) {
+    std::fprintf(stderr, "pxmenu: the settings are damaged (%s); using the factory settings\n",
+                 why.c_str());
+    return std::nullopt;
 }
 
 } // namespace px::platform

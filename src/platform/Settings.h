@@ -1,6 +1,6 @@
 #pragma once
 
-#include "config/Value.h"
+#include "plist/Value.h"
 
 #include <cstdint>
 #include <functional>
@@ -25,6 +25,9 @@ class Settings {
                         const std::function<plist::Value(const plist::Value&)>& change) = 0;
 
     void removeObject(const std::string& key) { setObject(key, {}); }
+    // Keeps a copy of the stored settings beside them before a damaged part is replaced, and
+    // reports once why; answers where the copy is, when there is one.
+    virtual std::optional<std::string> keepDamagedCopy(const std::string& why);
 
     // Typed readers with the usual defaults conventions: numbers and "YES"/"true"/"1"-like
     // strings convert, anything else reads as false, 0 or nothing.
@@ -41,7 +44,8 @@ class Settings {
     void setString(const std::string& key, std::string value) {
         setObject(key, plist::Value(std::move(value)));
     }
-    // Adds one to the integer under the key and answers the new value.
+    // Adds one to the integer under the key and answers the new value; the largest integer
+    // stays as it is.
     std::int64_t increment(const std::string& key);
 };
 

@@ -1,8 +1,9 @@
 #include "support/FileIO.h"
 
+#include "support/TemporaryFiles.h"
+
 #include <cerrno>
 #include <fcntl.h>
-#include <random>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -43,19 +44,14 @@ ErrorOr<std::string> readWholeFile(const std::string& path) {
 
 namespace {
 
-ErrorOr<void> writeAll(int fd, std::string_view bytes) {
+ErrorOr<void> writeAll(int fd, std::string_view bytes, const std::string& path) {
     while (!bytes.empty()) {
         ssize_t put = ::write(fd, bytes.data(), bytes.size());
         if (put < 0 && errno == EINTR) continue;
-        if (put < 0) return Error::fromErrno("cannot write", errno);
+        if (put < 0) return Error::fromErrno("cannot write " + path, errno);
         bytes.remove_prefix(static_cast<size_t>(put));
     }
     return {};
-}
-
-std::string temporarySibling(const std::string& path) {
-    static thread_local std::mt19937_64 random{std::random_device{}()};
-    return path + ".tmp-" + std::to_string(::getpid()) + "-" + std::to_string(random() % 1000000);
 }
 
 mode_t modeToKeep(const std::string& path) {
@@ -66,14 +62,16 @@ mode_t modeToKeep(const std::string& path) {
 } // namespace
 
 ErrorOr<void> replaceFileAtomically(const std::string& path, std::string_view bytes) {
-    std::string temporary = temporarySibling(path);
+    std::string temporary = temporaryBeside(path);
     FileDescriptor fd(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     if (!fd.valid()) return Error::fromErrno("cannot create " + temporary, errno);
-    auto written = writeAll(fd.get(), bytes);
+    auto written = writeAll(fd.get(), bytes, path);
     if (written && ::fchmod(fd.get(), modeToKeep(path)) != 0)
         written = Error::fromErrno("chmod", errno);
     if (written && ::fsync(fd.get()) != 0)
-        written = Error::fromErrno("cannot flush " + temporary, errno);
+        written = Error::fromErrno("cannot write " + path, errno);
+    if (written && ::close(fd.release()) != 0)
+        written = Error::fromErrno("cannot write " + path, errno);
     if (written && ::rename(temporary.c_str(), path.c_str()) != 0)
         written = Error::fromErrno("cannot replace " + path, errno);
     if (written.isError()) ::unlink(temporary.c_str());

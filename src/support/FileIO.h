@@ -9,7 +9,8 @@ namespace px::io {
 
 ErrorOr<std::string> readWholeFile(const std::string& path);
 // Writes the bytes to a new file beside `path`, flushes it and renames it over `path`, so a
-// reader sees the old file or the new one, never half of one. The old file's mode is kept.
+// reader sees the old file or the new one, never half of one; a write, flush or close that
+// fails removes the new file and leaves `path` as it was. The old file's mode is kept.
 ErrorOr<void> replaceFileAtomically(const std::string& path, std::string_view bytes);
 // Creates the folder and any missing parents.
 ErrorOr<void> makeDirectories(const std::string& path, unsigned mode = 0755);

@@ -1,7 +1,7 @@
-#include "actions/FileHash.h"
+#include "support/FileHash.h"
 
 #include "PrivilegeDrop.h"
-#include "actions/PXFile.h"
+#include "support/PXFile.h"
 #include "support_files/TestSupport.h"
 
 #include <filesystem>

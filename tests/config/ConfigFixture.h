@@ -1,22 +1,16 @@
 #pragma once
 
 #include "config/PXMenuManager.h"
-#include "platform/fake/MemorySettings.h"
+#include "platform/MemorySettings.h"
 #include "support_files/TestSupport.h"
 
 #include <gtest/gtest.h>
 
 namespace px::test {
 
-// Points the menu manager at an in-memory suite and a temporary data folder.
+// A menu store on an in-memory suite and a temporary data folder.
 class ConfigFixture : public ::testing::Test {
   protected:
-    void SetUp() override {
-        suite = std::make_shared<platform::MemorySettings>();
-        PXMenuManager::configure(suite, folder.path());
-    }
-    void TearDown() override { PXMenuManager::resetToDefaultLocations(); }
-
     plist::Value stored(const char* menuKey) { return suite->objectForKey(menuKey); }
     std::vector<std::string> storedKeys(const char* menuKey) {
         std::vector<std::string> keys;
@@ -36,7 +30,8 @@ class ConfigFixture : public ::testing::Test {
     }
 
     TempDir folder;
-    std::shared_ptr<platform::MemorySettings> suite;
+    std::shared_ptr<platform::MemorySettings> suite = std::make_shared<platform::MemorySettings>();
+    std::shared_ptr<PXMenuManager> store = std::make_shared<PXMenuManager>(suite, folder.path());
 };
 
 } // namespace px::test

@@ -31,13 +31,13 @@ class DefaultDataTest : public test::ConfigFixture {
 };
 
 TEST_F(DefaultDataTest, SetupSeedsOnceAndLeavesTheUsersEditsAtTheSameVersion) {
-    PXDefaultData::setup();
+    PXDefaultData(*store).setup();
     EXPECT_EQ(stored(menukey::kRightMenu).array().size(), 28u);
     EXPECT_FALSE(entryNamed(menukey::kRightMenu, "Lock and Unlock").get("is changed version"));
     EXPECT_FALSE(stored(menukey::kCommonPath));
-    PXMenuManager::removeMenuKey(menukey::kRightMenu, "Delete");
+    store->removeMenuKey(menukey::kRightMenu, "Delete");
     size_t writes = suite->writeCount();
-    PXDefaultData::setup();
+    PXDefaultData(*store).setup();
     EXPECT_EQ(suite->writeCount(), writes);
     EXPECT_FALSE(entryNamed(menukey::kRightMenu, "Delete"));
 }
@@ -49,12 +49,12 @@ TEST_F(DefaultDataTest, UpgradeInsertsOnlyEntriesNewerThanTheStamp) {
         SCOPED_TRACE(version);
         storeOldMainMenu(version, {missing});
         if (version.empty()) suite->removeObject(menukey::kUpdateVersion);
-        PXDefaultData::setup();
+        PXDefaultData(*store).setup();
         EXPECT_EQ(storedKeys(menukey::kRightMenu).size(), expected);
         EXPECT_EQ(suite->stringForKey(menukey::kUpdateVersion), "2.6.0");
     }
     storeOldMainMenu("2.2.0", {"Lock and Unlock"});
-    PXDefaultData::setup();
+    PXDefaultData(*store).setup();
     EXPECT_EQ(storedKeys(menukey::kRightMenu)[9], "Lock and Unlock") << "at its factory index";
     EXPECT_EQ(entryNamed(menukey::kRightMenu, "Lock and Unlock").get("is changed version"),
               Value("2.3.0"));
@@ -65,7 +65,7 @@ TEST_F(DefaultDataTest, UpgradeOfAShortListInsertsAtTheTopAndRestoresFolderIcons
                                                             dict({{"key", Value("Delete")}})}));
     suite->setObject(menukey::kFolderIcon, Value::makeArray());
     suite->setString(menukey::kUpdateVersion, "2.0.0");
-    PXDefaultData::update();
+    PXDefaultData(*store).update();
     auto keys = storedKeys(menukey::kRightMenu);
     EXPECT_NE(std::find(keys.begin(), keys.end(), "Folder Icon"), keys.end());
     EXPECT_EQ(keys.front(), "Color Picker");
@@ -73,11 +73,11 @@ TEST_F(DefaultDataTest, UpgradeOfAShortListInsertsAtTheTopAndRestoresFolderIcons
 }
 
 TEST_F(DefaultDataTest, UpgradeReplacesChangedEntriesAndKeepsTheOthersSettings) {
-    PXDefaultData::recover();
-    PXMenuManager::updateMenuKey(menukey::kCommonApp, "Warp", "displayName", Value("My Warp"));
-    PXMenuManager::updateMenuKey(menukey::kCommonApp, "Emacs", "displayName", Value("Mine"));
+    PXDefaultData(*store).recover();
+    store->updateMenuKey(menukey::kCommonApp, "Warp", "displayName", Value("My Warp"));
+    store->updateMenuKey(menukey::kCommonApp, "Emacs", "displayName", Value("Mine"));
     suite->setString(menukey::kUpdateVersion, "2.3.2");
-    PXDefaultData::update();
+    PXDefaultData(*store).update();
     EXPECT_FALSE(entryNamed(menukey::kCommonApp, "Warp").get("displayName"));
     EXPECT_EQ(entryNamed(menukey::kCommonApp, "Emacs").get("displayName"), Value("Mine"));
 }

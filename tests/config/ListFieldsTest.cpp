@@ -59,21 +59,20 @@ class ListFieldsTest : public test::ConfigFixture {
 
 TEST_F(ListFieldsTest, EachListReadsTheFieldsOfItsOwnEntries) {
     storeEverything(menukey::kRightMenu);
-    EXPECT_EQ(filled(PXMenuManager::menuItemArray()),
+    EXPECT_EQ(filled(store->menuItemArray()),
               (Names{"appName", "disabledAuth", "displayName", "ext", "fileName", "icon",
                      "iconPath", "mainMenuNewFile", "special", "templatePath", "toMainMenu"}));
 
     storeEverything(menukey::kNewFile);
-    EXPECT_EQ(filled(PXMenuManager::newFileTemplateMenuArray(false)),
+    EXPECT_EQ(filled(store->newFileTemplateMenuArray(false)),
               (Names{"displayName", "ext", "fileName", "icon", "iconPath", "special",
                      "templatePath", "toMainMenu"}));
 
     storeEverything(menukey::kFolderIcon);
-    EXPECT_EQ(filled(PXMenuManager::folderIconMenuArray()),
-              (Names{"displayName", "icon", "iconPath"}));
+    EXPECT_EQ(filled(store->folderIconMenuArray()), (Names{"displayName", "icon", "iconPath"}));
 
     storeEverything(menukey::kCommonApp);
-    auto apps = PXMenuManager::commonAppMenuArray();
+    auto apps = store->commonAppMenuArray();
     EXPECT_EQ(filled(apps), (Names{"displayName", "icon", "iconPath", "toMainMenu"}));
     EXPECT_EQ(apps.front()->appName, "Entry") << "a common application is named by its key";
 }

@@ -1,8 +1,8 @@
-#include "config/Localization.h"
+#include "support/Localization.h"
 
-#include "config/LanguageChoice.h"
 #include "config/MoBuilder.h"
 #include "config/PoFile.h"
+#include "support/LanguageChoice.h"
 #include "support_files/TestSupport.h"
 
 #include <atomic>

@@ -12,34 +12,33 @@ class MenuManagerTest : public test::ConfigFixture {
     void SetUp() override {
         ConfigFixture::SetUp();
         for (const char* key : {"a", "b", "c", "d", "e"})
-            PXMenuManager::addMenuKey(menukey::kRightMenu, dict({{"key", Value(key)}}), false);
+            store->addMenuKey(menukey::kRightMenu, dict({{"key", Value(key)}}), false);
     }
     Value storedEntry(size_t index) { return stored(menukey::kRightMenu).array().at(index); }
 };
 
 TEST_F(MenuManagerTest, AddHonoursTopAndMovesFollowTheInsertionRule) {
-    PXMenuManager::addMenuKey(menukey::kRightMenu, dict({{"key", Value("top")}}), true);
+    store->addMenuKey(menukey::kRightMenu, dict({{"key", Value("top")}}), true);
     EXPECT_EQ(storedKeys(menukey::kRightMenu), (Keys{"top", "a", "b", "c", "d", "e"}));
-    PXMenuManager::removeMenuKey(menukey::kRightMenu, "top");
-    PXMenuManager::changePositionMenuKey(menukey::kRightMenu, 1, 4);
+    store->removeMenuKey(menukey::kRightMenu, "top");
+    store->changePositionMenuKey(menukey::kRightMenu, 1, 4);
     EXPECT_EQ(storedKeys(menukey::kRightMenu), (Keys{"a", "c", "d", "b", "e"}));
-    PXMenuManager::changePositionMenuKey(menukey::kRightMenu, 4, 1);
+    store->changePositionMenuKey(menukey::kRightMenu, 4, 1);
     EXPECT_EQ(storedKeys(menukey::kRightMenu), (Keys{"a", "e", "c", "d", "b"}));
-    PXMenuManager::changePositionMenuKey(menukey::kRightMenu, 9, 0);
+    store->changePositionMenuKey(menukey::kRightMenu, 9, 0);
     EXPECT_EQ(storedKeys(menukey::kRightMenu).size(), 5u);
 }
 
 TEST_F(MenuManagerTest, RemoveTakesEqualTwinsAndDeletesFilesOutsideTheMainMenu) {
     std::string icon = folder.write("icon.png", "x"), other = folder.write("main.png", "x");
-    PXMenuManager::addMenuKey(menukey::kCommonPath,
-                              dict({{"path", Value("/srv/data")}, {"iconPath", Value(icon)}}),
-                              false);
+    store->addMenuKey(menukey::kCommonPath,
+                      dict({{"path", Value("/srv/data")}, {"iconPath", Value(icon)}}), false);
     Value twin = dict({{"key", Value("x")}, {"iconPath", Value(other)}});
     for (int i = 0; i < 2; ++i)
-        PXMenuManager::addMenuKey(menukey::kRightMenu, twin, false);
-    PXMenuManager::addMenuKey(menukey::kRightMenu, dict({{"key", Value("x")}}), false);
-    PXMenuManager::removeMenuKey(menukey::kCommonPath, "/srv/data");
-    PXMenuManager::removeMenuKey(menukey::kRightMenu, "x");
+        store->addMenuKey(menukey::kRightMenu, twin, false);
+    store->addMenuKey(menukey::kRightMenu, dict({{"key", Value("x")}}), false);
+    store->removeMenuKey(menukey::kCommonPath, "/srv/data");
+    store->removeMenuKey(menukey::kRightMenu, "x");
     EXPECT_TRUE(stored(menukey::kCommonPath).array().empty());
     EXPECT_EQ(storedKeys(menukey::kRightMenu), (Keys{"a", "b", "c", "d", "e", "x"}));
     EXPECT_FALSE(test::exists(icon));
@@ -47,12 +46,12 @@ TEST_F(MenuManagerTest, RemoveTakesEqualTwinsAndDeletesFilesOutsideTheMainMenu) 
 }
 
 TEST_F(MenuManagerTest, UpdateChangesOnlyItsEntry) {
-    PXMenuManager::updateMenuKey(menukey::kRightMenu, "c", "displayName", Value("Sea"));
+    store->updateMenuKey(menukey::kRightMenu, "c", "displayName", Value("Sea"));
     EXPECT_EQ(storedEntry(2).get("displayName"), Value("Sea"));
-    PXMenuManager::updateMenuKey(menukey::kRightMenu, "c", "displayName", Value());
+    store->updateMenuKey(menukey::kRightMenu, "c", "displayName", Value());
     EXPECT_FALSE(storedEntry(2).get("displayName"));
     Value before = stored(menukey::kRightMenu);
-    PXMenuManager::updateMenuKey(menukey::kRightMenu, "zzz", "icon", Value("x"));
+    store->updateMenuKey(menukey::kRightMenu, "zzz", "icon", Value("x"));
     EXPECT_EQ(stored(menukey::kRightMenu), before);
 }
 

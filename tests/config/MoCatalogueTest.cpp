@@ -1,4 +1,4 @@
-#include "config/MoCatalogue.h"
+#include "support/MoCatalogue.h"
 
 #include "config/MoBuilder.h"
 

@@ -1,4 +1,4 @@
-#include "config/PlistCodec.h"
+#include "plist/PlistCodec.h"
 
 #include "support_files/TestSupport.h"
 

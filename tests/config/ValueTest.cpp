@@ -1,4 +1,4 @@
-#include "config/Value.h"
+#include "plist/Value.h"
 
 #include <cmath>
 #include <cstdint>

@@ -35,7 +35,7 @@ class ConvertActionTest : public ExtensionFixture {
         queue::runUntilIdle();
     }
     void expectWindowClosedOnce() {
-        EXPECT_EQ(sync.loadingCount, 0);
+        EXPECT_EQ(sync.cx().loadingCount, 0);
         const std::vector<Kind> shown = progressKinds(*ui);
         ASSERT_FALSE(shown.empty());
         EXPECT_EQ(shown.front(), Kind::Open);
@@ -47,13 +47,13 @@ class ConvertActionTest : public ExtensionFixture {
         EXPECT_TRUE(writeSample(path)) << path;
         return path;
     }
-    static PXMenuItem::Ptr convertParent() {
-        for (const auto& item : PXMenuManager::menuItemArray())
+    PXMenuItem::Ptr convertParent() {
+        for (const auto& item : store->menuItemArray())
             if (item->isConvert()) return item;
         return nullptr;
     }
 
-    FinderSync sync;
+    Session sync{*this};
 };
 
 // Images are converted beside themselves, replacing what was there without asking; names are
@@ -92,9 +92,9 @@ TEST_F(ConvertActionTest, OverlappingConversionsShareOneWindowThatTheLastOneClos
     select({a, b}, work.path());
     auto parent = convertParent();
     ASSERT_TRUE(parent);
-    sync.convertItem(PXMenuItem::create("JPEG"), parent);
-    sync.convertItem(PXMenuItem::create("TIFF"), parent);
-    EXPECT_EQ(sync.loadingCount, 2);
+    commands::convert(sync.cx(), *PXMenuItem::create("JPEG"), 6, *parent);
+    commands::convert(sync.cx(), *PXMenuItem::create("TIFF"), 8, *parent);
+    EXPECT_EQ(sync.cx().loadingCount, 2);
     queue::runUntilIdle();
     EXPECT_EQ(identify(work / "a.jpeg"), "JPEG 64x48");
     EXPECT_EQ(identify(work / "b.tiff"), "TIFF 64x48");
@@ -115,7 +115,7 @@ TEST_F(ConvertActionTest, IconExportTakesItsTypeFromTheTargetAndRefusesANonSquar
     EXPECT_EQ(alertTexts(*ui).size(), 1u);
 }
 
-TEST_F(ConvertActionTest, APdfSourceHasItsPagesExtractedWithProgressAndABrokenOneIsSkipped) {
+TEST_F(ConvertActionTest, APdfSourceHasItsPagesExtractedWithProgressAndABrokenOneIsReported) {
     writeSamplePdf(work / "doc.pdf", {"One", "Two"});
     work.write("broken.pdf", "%PDF-1.4\nthis is where the document ended\n");
     convert({work / "broken.pdf", work / "doc.pdf"}, "JPEG");
@@ -123,7 +123,7 @@ TEST_F(ConvertActionTest, APdfSourceHasItsPagesExtractedWithProgressAndABrokenOn
     EXPECT_THAT(identify(work / "doc/2.jpeg"), testing::StartsWith("JPEG "));
     EXPECT_FALSE(exists(work / "broken"));
     EXPECT_THAT(progressFractions(*ui), ElementsAre(0.5, 1.0));
-    EXPECT_TRUE(alertTexts(*ui).empty());
+    EXPECT_THAT(alertTexts(*ui), ElementsAre(localized("Convert Fail")));
     expectWindowClosedOnce();
 }
 

@@ -39,7 +39,7 @@ TEST_F(CopyMoveActionTest, MoveAsksOncePerCollisionFollowsEachAnswerAndLosesNoth
     EXPECT_THAT(listing(work / "src"), ElementsAre("b.txt"));
     EXPECT_EQ(count(Kind::Success), 1);
     EXPECT_EQ(ui->progress().back().kind, Kind::Close);
-    EXPECT_EQ(sync.loadingCount, 0);
+    EXPECT_EQ(sync.cx().loadingCount, 0);
 }
 
 TEST_F(CopyMoveActionTest, IntoTheFolderThatHoldsItKeepBothCopiesAndReplaceKeepsTheSource) {

@@ -6,7 +6,7 @@
 
 namespace px::test {
 
-// A real FinderSync over fakes of the desktop, acting on real files in a temporary folder.
+// The real commands over fakes of the desktop, acting on real files in a temporary folder.
 class CopyMoveFixture : public ExtensionFixture {
   protected:
     using Kind = platform::FakeUi::ProgressEvent::Kind;
@@ -18,16 +18,15 @@ class CopyMoveFixture : public ExtensionFixture {
     // The state dispatch leaves before an action runs: the selection (or, with none, the
     // folder shown) and whether the menu was opened on selected items.
     void prepare(std::vector<std::string> items, const std::string& shown) {
-        sync.isSelectURL = !items.empty();
-        select(std::move(items), shown);
-        sync.selectURLsCache.reset();
+        const bool onItems = !items.empty();
+        selectFor(sync, std::move(items), shown, onItems);
     }
     // "Copy to" or "Move to" with a destination item as dispatch passes it (an empty path asks).
     void sendTo(std::vector<std::string> items, const std::string& folder, bool isCopy) {
         prepare(std::move(items), work.path());
         auto destination = PXMenuItem::create("Current Directory");
         destination->path = folder;
-        sync.moveAndCopyItem(destination, isCopy);
+        commands::moveOrCopy(sync.cx(), *destination, isCopy);
         queue::runUntilIdle();
     }
     int count(Kind kind) const {
@@ -42,7 +41,7 @@ class CopyMoveFixture : public ExtensionFixture {
         return tips;
     }
 
-    FinderSync sync;
+    Session sync{*this};
 };
 
 } // namespace px::test

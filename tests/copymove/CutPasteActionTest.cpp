@@ -11,12 +11,12 @@ namespace {
 class CutPasteActionTest : public CopyMoveFixture {
   protected:
     // The "Cut Paste" entry as the configuration holds it.
-    static PXMenuItem::Ptr storedItem() {
-        for (const auto& item : PXMenuManager::menuItemArray())
+    PXMenuItem::Ptr storedItem() {
+        for (const auto& item : store->menuItemArray())
             if (item->isCutPaste()) return item;
         return PXMenuItem::create("(no Cut Paste entry)");
     }
-    static std::vector<std::string> storedCutPaths() { return storedItem()->cutPaths; }
+    std::vector<std::string> storedCutPaths() { return storedItem()->cutPaths; }
     // The entry as the menu shows it for the state prepared; nothing when it is not offered.
     const MenuEntry* offered(MenuKind kind) {
         menu = sync.menuForMenuKind(kind);
@@ -75,7 +75,7 @@ TEST_F(CutPasteActionTest, PastingIntoTheFolderTheItemsCameFromIsNeitherOfferedN
     prepare({}, work / "src");
     auto item = PXMenuItem::create("Cut Paste");
     item->cutPaths = {a};
-    sync.cutPasteItem(item);
+    commands::cutPaste(sync.cx(), *item);
     ASSERT_EQ(ui->alerts().size(), 1u);
     EXPECT_EQ(ui->alerts()[0].informative, localized("Paste Same Folder Tip"));
     EXPECT_EQ(readFile(a), "a");
@@ -87,8 +87,8 @@ TEST_F(CutPasteActionTest, PastingOverASelectedFileOutsideTheContextMenuUsesItsF
     const std::string file = work.write("dest/file", "f");
     ASSERT_TRUE(cut({a}));
     prepare({file}, work / "dest");
-    sync.isSelectURL = false; // a toolbar menu
-    sync.cutPasteItem(storedItem());
+    sync.setKind(MenuKind::Toolbar); // a toolbar menu
+    commands::cutPaste(sync.cx(), *storedItem());
     EXPECT_EQ(readFile(work / "dest/a"), "a");
     EXPECT_EQ(readFile(file), "f");
     EXPECT_TRUE(storedCutPaths().empty());

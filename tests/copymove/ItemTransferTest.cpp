@@ -21,7 +21,7 @@ class ItemTransferTest : public ::testing::Test {
     std::vector<std::string> leftovers(const std::string& folder) {
         std::vector<std::string> hidden;
         for (const auto& name : listing(folder))
-            if (name.starts_with(".px-")) hidden.push_back(name);
+            if (name.starts_with(".pxmenu-tmp-")) hidden.push_back(name);
         return hidden;
     }
     TempDir work;

@@ -1,6 +1,6 @@
 #include "ActionFixture.h"
-#include "config/Localization.h"
 #include "media/Digest.h"
+#include "support/Localization.h"
 
 namespace px::test {
 namespace {
@@ -13,10 +13,7 @@ class FileInfoActionTest : public ActionFixture {
                 const std::string& answer) {
         select(std::move(selection));
         if (!answer.empty()) ui->answer(answer);
-        auto item = std::make_shared<PXMenuItem>();
-        item->key = key;
-        item->tag = tag;
-        sync->copyfileInfo(item);
+        commands::copyFileInfo(sync.cx(), *PXMenuItem::create(key), static_cast<std::size_t>(tag));
     }
     static std::string tool(const std::string& program, const std::string& path) {
         auto result = runProcess({program, "--", path});

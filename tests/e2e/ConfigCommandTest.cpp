@@ -63,16 +63,4 @@ TEST_F(ConfigCommandTest, BadEditsAreRefusedWithStatusTwoAndChangeNothing) {
     EXPECT_EQ(show({"right"}).size(), 28u);
 }
 
-TEST_F(ConfigCommandTest, ADamagedSuiteGivesAClearMessageAndTheFactoryMenusAfterSetup) {
-    std::string suite = xdg.configHome() + "/pxmenu/group.plist";
-    std::string text = readFile(suite);
-    { std::ofstream(suite, std::ios::trunc) << text.substr(0, text.size() / 3); }
-    auto menu = pxmenu({"menu", "--kind", "1", "--target", work.path()});
-    EXPECT_EQ(menu.exitStatus, 0);
-    EXPECT_NE(menu.err.find("damaged"), std::string::npos);
-    ASSERT_EQ(pxmenu({"setup"}).exitStatus, 0);
-    EXPECT_TRUE(exists(suite + ".broken"));
-    EXPECT_EQ(show({"right"}).size(), 28u);
-}
-
 } // namespace

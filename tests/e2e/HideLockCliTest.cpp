@@ -26,6 +26,27 @@ TEST_F(HideLockCliTest, HideAndUnhideEditTheFoldersList) {
     EXPECT_EQ(readFile(dir + "/.hidden"), "# by hand\n");
 }
 
+// A host passes the keys of the entry it showed; when the configuration changed in between and
+// another entry now has the tag, nothing happens and the status says so.
+TEST_F(HideLockCliTest, AnEntryThatChangedSinceTheMenuWasShownDoesNothing) {
+    std::string dir = work.mkdir("docs");
+    std::string file = work.write("docs/plain.txt");
+    const Strings args = request(0, dir, {file});
+    const int tag = tagAt({"Hide Selected Files"}, args);
+    ASSERT_GT(tag, 0);
+    Strings stale = args;
+    stale.insert(stale.begin(), {"--key", "Delete"});
+    auto refused = runTag(tag, stale);
+    EXPECT_EQ(refused.exitStatus, 5) << refused.err;
+    EXPECT_NE(refused.err.find("changed"), std::string::npos) << refused.err;
+    EXPECT_FALSE(exists(dir + "/.hidden"));
+    Strings current = args;
+    current.insert(current.begin(), {"--key", "Hide Selected Files"});
+    auto ran = runTag(tag, current);
+    ASSERT_EQ(ran.exitStatus, 0) << ran.err;
+    EXPECT_EQ(readFile(dir + "/.hidden"), "plain.txt\n");
+}
+
 TEST_F(HideLockCliTest, LockThenUnlockAMixedSelection) {
     std::string a = work.write("a", "x"), b = work.write("b", "x"), c = work.write("c", "x");
     ::chmod(a.c_str(), 0640);

@@ -1,4 +1,5 @@
-// The image library (libvips, poppler) is loaded only by the work that needs it.
+// The image library (libvips, poppler) and the PDF library (qpdf) are loaded only by the work
+// that needs them.
 #include "CliFixture.h"
 #include "pdf/SamplePdf.h"
 
@@ -20,6 +21,10 @@ class ImagingLibraryCliTest : public CliFixture {
     static bool loadedVips(const ProcessResult& result) {
         return result.err.find("libvips") != std::string::npos;
     }
+    static bool loadedQpdf(const ProcessResult& result) {
+        return result.err.find("libqpdf") != std::string::npos ||
+               result.err.find("pxmenu-pdf.so") != std::string::npos;
+    }
 
     Strings twoDocuments() {
         writeSamplePdf(work / "a.pdf", {"first"});
@@ -32,13 +37,34 @@ TEST_F(ImagingLibraryCliTest, MergingDocumentsNeverLoadsIt) {
     const ProcessResult merged = runTracingLoads({"Convert to", "PDF"}, twoDocuments());
     ASSERT_EQ(merged.exitStatus, 0);
     EXPECT_FALSE(loadedVips(merged));
+    EXPECT_TRUE(loadedQpdf(merged));
     EXPECT_EQ(runProcess({"qpdf", "--check", work / "Untitled.pdf"}).exitStatus, 0);
 
     ASSERT_EQ(runProcess({"convert", "-size", "8x6", "xc:red", work / "c.jpg"}).exitStatus, 0);
+    // A conversion loads it in the worker that converts, not in the command itself.
     const ProcessResult converted = runTracingLoads({"Convert to", "PNG"}, {work / "c.jpg"});
     ASSERT_EQ(converted.exitStatus, 0);
-    EXPECT_TRUE(loadedVips(converted));
+    EXPECT_FALSE(loadedVips(converted));
     EXPECT_TRUE(std::filesystem::exists(work / "c.png"));
+}
+
+// Commands that build no document and convert no image start with neither library.
+TEST_F(ImagingLibraryCliTest, CommandsThatTouchNoDocumentLoadNeither) {
+    const std::string file = work.write("notes.txt", "text");
+    const Strings commands[] = {
+        {"--version"},
+        {"menu", "--", file},
+        {"menu", "--json", "--kind", "0", "--target", work.path(), "--", file},
+        {"setup"},
+        {"config", "list"}};
+    ScopedEnv trace("LD_DEBUG", "files");
+    for (const Strings& command : commands) {
+        SCOPED_TRACE(command.front() + (command.size() > 1 ? " " + command[1] : ""));
+        const ProcessResult result = pxmenu(command);
+        ASSERT_EQ(result.exitStatus, 0) << result.out;
+        EXPECT_FALSE(loadedQpdf(result));
+        EXPECT_FALSE(loadedVips(result));
+    }
 }
 
 TEST_F(ImagingLibraryCliTest, WithoutItConversionFailsClearlyAndMergingStillWorks) {

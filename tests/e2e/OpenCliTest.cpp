@@ -1,7 +1,7 @@
 // The open, terminal, copy-path and script entries through the pxmenu binary, with desktop
 // entries and terminals that only record how they were started.
 #include "CliFixture.h"
-#include "config/Localization.h"
+#include "support/Localization.h"
 #include "support_files/RecordingProgram.h"
 
 #include <chrono>

@@ -1,5 +1,5 @@
 #include "EmbedFixture.h"
-#include "actions/PXEmbedFolderWinCtl.h"
+#include "actions/EmbedFolderPrompt.h"
 
 #include <filesystem>
 
@@ -53,7 +53,7 @@ TEST_F(EmbedActionsTest, NamesThatClashInsideTheNewFolderAreAllKept) {
     EXPECT_EQ(readFile(work / "one/$(reboot) \"x\"/x.txt"), "first");
     EXPECT_EQ(readFile(work / "one/$(reboot) \"x\"/x-1.txt"), "second");
     EXPECT_TRUE(ui->alerts().empty());
-    EXPECT_EQ(sync.embedFolderWinCtl, nullptr);
+    EXPECT_EQ(sync.cx().embedPrompt, nullptr);
 }
 
 TEST_F(EmbedActionsTest, AnUnusableNameKeepsTheDialogOpenWithWhatWasTyped) {
@@ -72,7 +72,7 @@ TEST_F(EmbedActionsTest, CancelChangesNothingAndReleasesTheDialog) {
     ASSERT_TRUE(embed({a, b}));
     EXPECT_EQ(filehash::folderEntries(work.path()).size(), 2u);
     EXPECT_TRUE(ui->alerts().empty());
-    EXPECT_EQ(sync.embedFolderWinCtl, nullptr);
+    EXPECT_EQ(sync.cx().embedPrompt, nullptr);
 }
 
 TEST_F(EmbedActionsTest, AVanishedItemIsReportedAndTheOthersStillMove) {
@@ -93,8 +93,9 @@ TEST_F(EmbedActionsTest, AFolderThatCannotBeMadeLeavesTheItemsWithoutAnAlert) {
     EXPECT_TRUE(ui->alerts().empty());
 }
 
-TEST(PXEmbedFolderWinCtlTest, TheHandlerGetsOneAnswerPerOpening) {
-    PXEmbedFolderWinCtl dialog;
+TEST(EmbedFolderPromptTest, TheHandlerGetsOneAnswerPerOpening) {
+    platform::FakeUi ui;
+    EmbedFolderPrompt dialog(ui);
     std::vector<std::pair<std::string, int>> answers;
     dialog.handler = [&](const std::string& name, int mode) { answers.emplace_back(name, mode); };
     EXPECT_FALSE(dialog.onSure(" \n", 1));

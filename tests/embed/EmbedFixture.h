@@ -1,7 +1,7 @@
 #pragma once
 
-#include "actions/FileHash.h"
 #include "extension/ExtensionFixture.h"
+#include "support/FileHash.h"
 #include "support_files/FakeUiLog.h"
 
 #include <functional>
@@ -32,7 +32,7 @@ class EmbedFixture : public ExtensionFixture {
         return true;
     }
 
-    FinderSync sync;
+    Session sync{*this};
 };
 
 } // namespace px::test

@@ -81,7 +81,7 @@ TEST_F(UnembedActionsTest, TheHomeFolderIsNeverDissolved) {
     std::filesystem::create_directories(visible);
     for (const std::string& folder : {home, home + "/", home + "/visible/.."}) {
         select({folder}, home);
-        sync.unembedFolder();
+        commands::unembedFolder(sync.cx());
     }
     EXPECT_TRUE(exists(visible));
     EXPECT_EQ(alertTexts(*ui), (Names(3, localized("Error Common Tip"))));

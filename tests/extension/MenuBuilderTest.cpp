@@ -17,7 +17,7 @@ class MenuBuilderTest : public ExtensionFixture {
         Menu menu = itemsMenu(std::move(selection));
         return find(menu, key) ? keys(find(menu, key)->children) : std::vector<std::string>{"-"};
     }
-    RecordingFinderSync sync;
+    Session sync{*this, recording()};
 };
 
 TEST_F(MenuBuilderTest, TagsKeepTheConfiguredPositionsWithGaps) {
@@ -27,7 +27,7 @@ TEST_F(MenuBuilderTest, TagsKeepTheConfiguredPositionsWithGaps) {
     EXPECT_EQ(find(menu, "Copy Path")->tag, 13);
     EXPECT_EQ(find(find(menu, "New File")->children, "txt")->tag, 102);
     // A child shown on the top level instead keeps its position in the submenu.
-    PXMenuManager::updateMenuKey(menukey::kNewFile, "rtf", "toMainMenu", Value(true));
+    store->updateMenuKey(menukey::kNewFile, "rtf", "toMainMenu", Value(true));
     menu = sync.menuForMenuKind(MenuKind::ContextualItems);
     EXPECT_FALSE(find(find(menu, "New File")->children, "rtf"));
     EXPECT_EQ(find(find(menu, "New File")->children, "json")->tag, 104);
@@ -48,8 +48,8 @@ TEST_F(MenuBuilderTest, TitlesFollowTheCutListAndTheFilesLock) {
     enable("Lock and Unlock");
     const std::string sub = work.mkdir("sub"), cut = work.write("sub/x.txt");
     const std::string a = work.write("a.txt"), b = work.write("b.txt");
-    PXMenuManager::updateMenuKey(menukey::kRightMenu, "Cut Paste", "cutPaths",
-                                 Value::makeArray({Value(cut)}));
+    store->updateMenuKey(menukey::kRightMenu, "Cut Paste", "cutPaths",
+                         Value::makeArray({Value(cut)}));
     select({}, sub);
     EXPECT_FALSE(find(sync.menuForMenuKind(MenuKind::ContextualContainer), "Cut Paste"))
         << "no pasting into the folder the items come from";
@@ -83,8 +83,8 @@ TEST_F(MenuBuilderTest, ACommonPathListsItsSubfoldersAsCopyTargets) {
         work.mkdir("fav/d" + std::to_string(i));
     work.write("fav/file.txt");
     work.mkdir("fav/.hidden");
-    PXMenuManager::addMenuKey(menukey::kCommonPath,
-                              Value::makeDictionary({{"path", Value(favourite)}}), false);
+    store->addMenuKey(menukey::kCommonPath, Value::makeDictionary({{"path", Value(favourite)}}),
+                      false);
     Menu menu = itemsMenu({work.write("a.txt")});
     const auto& copy = find(menu, "Copy to")->children;
     ASSERT_EQ(copy.size(), 3u);
@@ -103,7 +103,10 @@ TEST_F(MenuBuilderTest, CommonPathSubmenuFollowsItsPreference) {
         work.write("fav/f" + std::to_string(i));
     auto items = [&](int preference) {
         suite->setInteger(menukey::kCommonPathNextMenu, preference);
-        return PXHelper::commomPathNextMenuWithPath(favourite);
+        select({}, work.path());
+        const PXMenuItem::List mainItems = store->menuItemArray();
+        return PXHelper(sync.request(MenuKind::ContextualContainer), mainItems)
+            .commomPathNextMenuWithPath(favourite);
     };
     EXPECT_TRUE(items(0).empty());
     EXPECT_EQ(items(2).front()->key, "Show in Finder");

@@ -38,7 +38,7 @@ class MenuFreshnessTest : public ExtensionFixture {
 
     TempDir artwork;
     ScopedEnv dataDir{"PXMENU_DATADIR", artwork.path()};
-    RecordingFinderSync sync;
+    Session sync{*this, recording()};
 };
 
 TEST_F(MenuFreshnessTest, ArtworkAndTemplatesAddedOrRemovedShowInTheNextMenu) {

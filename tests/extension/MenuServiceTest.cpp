@@ -5,7 +5,7 @@
 #include "config/MenuKeys.h"
 #include "config/PXMenuManager.h"
 #include "extension/MenuActivation.h"
-#include "platform/Platform.h"
+#include "platform/linux/UserStore.h"
 #include "support/LocalMounts.h"
 #include "support_files/RecordingProgram.h"
 #include "support_files/TestSupport.h"
@@ -25,15 +25,7 @@ using Strings = std::vector<std::string>;
 
 class MenuServiceTest : public ::testing::Test {
   protected:
-    void SetUp() override {
-        PXMenuManager::resetToDefaultLocations();
-        platform::install({});
-        ASSERT_EQ(pxmenu({"setup"}).exitStatus, 0);
-    }
-    void TearDown() override {
-        platform::install({});
-        PXMenuManager::resetToDefaultLocations();
-    }
+    void SetUp() override { ASSERT_EQ(pxmenu({"setup"}).exitStatus, 0); }
     static ProcessResult pxmenu(Strings args) {
         args.insert(args.begin(), PXMENU_BINARY);
         return runProcess(args);
@@ -47,6 +39,9 @@ class MenuServiceTest : public ::testing::Test {
 
     ScopedXdg xdg;
     TempDir work;
+    // Opened after the XDG folders are set, on the settings `pxmenu setup` writes.
+    std::shared_ptr<PXMenuManager> store = platform::openUserStore();
+    MenuService service{[this] { return store; }};
 };
 
 void expectSameTree(const ServiceMenu& menu, const nlohmann::json& cli, const Strings& parent) {
@@ -92,7 +87,7 @@ TEST_F(MenuServiceTest, TreeEqualsTheCommandLineMenu) {
           Case{"two files", {{file, other}, work.path(), 0}},
           Case{"background", {{}, work.path(), 1}}, Case{"toolbar", {{}, work.path(), 3}}}) {
         SCOPED_TRACE(name);
-        ServiceMenu menu = MenuService::menu(request);
+        ServiceMenu menu = service.menu(request);
         ASSERT_FALSE(menu.empty());
         expectSameTree(menu, cliMenu(request), {});
         Strings labels;
@@ -118,7 +113,7 @@ TEST_F(MenuServiceTest, AFavouriteFolderOf100000EntriesListsABoundedPart) {
         ::close(::open((big + "/f" + std::to_string(i)).c_str(), O_CREAT | O_WRONLY, 0644));
     ASSERT_EQ(pxmenu({"config", "add", "common-path", big, "path=" + big}).exitStatus, 0);
     ASSERT_EQ(pxmenu({"config", "set", "pref", "common path next menu", "3"}).exitStatus, 0);
-    ServiceMenu menu = MenuService::menu({{work.write("a.txt")}, work.path(), 0});
+    ServiceMenu menu = service.menu({{work.write("a.txt")}, work.path(), 0});
     auto favourites = std::find_if(menu.begin(), menu.end(), [](const ServiceEntry& entry) {
         return entry.keyPath.back() == "Common Path";
     });
@@ -136,15 +131,15 @@ TEST_F(MenuServiceTest, AFavouriteFolderOf100000EntriesListsABoundedPart) {
 
 TEST_F(MenuServiceTest, LoadingClearsTheCutListOnce) {
     const std::string file = work.write("cut.txt");
-    PXMenuManager::updateMenuKey(menukey::kRightMenu, "Cut Paste", "cutPaths",
-                                 plist::Value::makeArray({plist::Value(file)}));
-    auto cutPaths = [] {
-        for (const auto& item : PXMenuManager::menuItemArray())
+    store->updateMenuKey(menukey::kRightMenu, "Cut Paste", "cutPaths",
+                         plist::Value::makeArray({plist::Value(file)}));
+    auto cutPaths = [this] {
+        for (const auto& item : store->menuItemArray())
             if (item->key == "Cut Paste") return item->cutPaths;
         return std::vector<std::string>{"no Cut Paste entry"};
     };
     ASSERT_EQ(cutPaths(), Strings{file});
-    MenuService::hostLoaded();
+    service.hostLoaded();
     EXPECT_TRUE(cutPaths().empty());
 }
 

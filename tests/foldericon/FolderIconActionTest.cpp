@@ -1,8 +1,8 @@
 #include "FolderIconFixture.h"
 #include "actions/FolderIconImage.h"
-#include "actions/GioFileInfo.h"
 #include "actions/PixbufImage.h"
 #include "config/IconTheme.h"
+#include "support/GioFileInfo.h"
 
 #include <chrono>
 #include <filesystem>
@@ -48,14 +48,15 @@ TEST_F(FolderIconActionTest, EveryFolderOfTheSelectionIsChangedAndNothingElse) {
 }
 
 TEST_F(FolderIconActionTest, UserImagesComeFromTheFolderIconFolder) {
-    const std::string image = PXMenuManager::folderIconFolder() + "/mine.png";
+    const std::string image = store->folderIconFolder() + "/mine.png";
     if (!pixbuf::renderSquarePNG(picture("star"), image, 32)) GTEST_SKIP() << "no SVG loader";
-    auto entry = [](const std::string& key, const std::string& iconPath, const std::string& icon) {
+    auto entry = [this](const std::string& key, const std::string& iconPath,
+                        const std::string& icon) {
         auto dict = plist::Value::makeMutableDictionary();
         dict.set("key", plist::Value(key));
         dict.set("iconPath", plist::Value(iconPath));
         dict.set("icon", plist::Value(icon));
-        PXMenuManager::addMenuKey(menukey::kFolderIcon, dict.frozen(), false);
+        store->addMenuKey(menukey::kFolderIcon, dict.frozen(), false);
     };
     entry("by path", image, "");
     entry("by name", "mine.png", "");
@@ -75,11 +76,13 @@ TEST_F(FolderIconActionTest, UserImagesComeFromTheFolderIconFolder) {
 }
 
 TEST(FolderIconPictures, EveryFactoryEntryResolvesToAShippedSvg) {
+    TempDir data;
+    PXMenuManager store(std::make_shared<platform::MemorySettings>(), data.path());
     for (const auto& stored : PXDefaultData::defaultFolderIconMenu().array()) {
         PXMenuItem item;
         item.key = stored.get("key").string();
         item.icon = stored.get("icon").string();
-        auto file = foldericon::imageFileFor(item);
+        auto file = foldericon::imageFileFor(store, item);
         EXPECT_EQ(file, std::string(PX_SOURCE_DIR) + "/data/icons/" + item.key + ".svg");
     }
 }
@@ -108,10 +111,10 @@ TEST_F(FolderIconActionTest, TheMetadataAttributeIsSetAndRemovedWhereAStoreRuns)
     auto icon = PXMenuItem::create("wepay");
     icon->icon = "wepay";
     select({file}, work.path());
-    sync.setFolderIcon(icon);
+    commands::setFolderIcon(sync.cx(), *icon);
     EXPECT_EQ(gio::metadataString(file, customicon::kAttribute), "file://" + picture("wepay"));
     EXPECT_FALSE(exists(directoryFile(work.path())));
-    sync.setFolderIcon(PXMenuItem::create("Recover Icon"));
+    commands::setFolderIcon(sync.cx(), *PXMenuItem::create("Recover Icon"));
     EXPECT_FALSE(gio::metadataString(file, customicon::kAttribute));
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "actions/CustomIcon.h"
-#include "actions/FileHash.h"
 #include "extension/ExtensionFixture.h"
+#include "support/FileHash.h"
 
 #include <functional>
 
@@ -15,7 +15,7 @@ class FolderIconFixture : public ExtensionFixture {
     void SetUp() override {
         ExtensionFixture::SetUp();
         suite->setBool("is reviewed", true); // no review prompt
-        PXDefaultData::recoverFolderIcon();
+        PXDefaultData(*store).recoverFolderIcon();
     }
     // The "Folder Icon" submenu for the selection; empty when the menu does not offer it.
     std::vector<MenuEntry> iconMenu(const std::vector<std::string>& paths) {
@@ -42,7 +42,7 @@ class FolderIconFixture : public ExtensionFixture {
                !customicon::removeMetadataIcon(probe).isError();
     }
 
-    FinderSync sync;
+    Session sync{*this};
 };
 
 } // namespace px::test

@@ -41,7 +41,7 @@ class MenuActionsTest : public ActionsFixture {
         return choose(MenuKind::ContextualContainer, key);
     }
 
-    FinderSync sync;
+    Session sync{*this};
 };
 
 TEST_F(MenuActionsTest, SelectedItemsGoIntoTheirOwnFoldersListsAndUnhideTakesOnlyThem) {
@@ -53,12 +53,6 @@ TEST_F(MenuActionsTest, SelectedItemsGoIntoTheirOwnFoldersListsAndUnhideTakesOnl
     ASSERT_TRUE(onItems({a, inner}, "Unhide All Files"));
     EXPECT_EQ(hiddenfile::listedNames(work.path()), (Names{"a\"; rm x $(reboot)", "box"}));
     EXPECT_FALSE(exists(work / "sub/.hidden"));
-}
-
-TEST_F(MenuActionsTest, HidingTakesTheSelectionTheFileManagerHasNow) {
-    std::string a = work.write("a.txt"), b = work.write("b.txt");
-    ASSERT_TRUE(onItems({a}, "Hide Selected Files", [&] { controller->setSelection({b}); }));
-    EXPECT_EQ(hiddenfile::listedNames(work.path()), (Names{"b.txt"}));
 }
 
 TEST_F(MenuActionsTest, BackgroundHideAllAndUnhideAllActOnTheVisibleEntriesOnly) {
@@ -93,8 +87,9 @@ TEST_F(MenuActionsTest, SystemHideFilesCopiesTheInstructionAndOpensTheChosenTerm
     };
     for (const auto& test : cases) {
         SCOPED_TRACE(test.first + " then " + test.second);
-        platform::current().ui = ui = std::make_shared<platform::FakeUi>();
-        platform::current().services = services = std::make_shared<platform::FakeServices>();
+        ui = std::make_shared<platform::FakeUi>();
+        systemServices = std::make_shared<platform::FakeServices>();
+        sync.restart();
         pasteboard->setString("before");
         ui->answer(test.first);
         if (!test.second.empty()) ui->answer(test.second);
@@ -102,7 +97,7 @@ TEST_F(MenuActionsTest, SystemHideFilesCopiesTheInstructionAndOpensTheChosenTerm
         EXPECT_EQ(ui->alerts().size(), test.second.empty() ? 1u : 2u);
         EXPECT_EQ(pasteboard->string(), test.clipboard);
         Names requested;
-        for (const auto& request : services->requests()) {
+        for (const auto& request : systemServices->requests()) {
             requested.push_back(request.name);
             EXPECT_EQ(request.paths, Names{xdg::userDirectory("DESKTOP")});
         }

@@ -1,7 +1,7 @@
 #include "actions/PermissionLock.h"
 
-#include "actions/FileHash.h"
 #include "actions/ModeAttribute.h"
+#include "support/FileHash.h"
 #include "support_files/TestSupport.h"
 
 #include <gtest/gtest.h>

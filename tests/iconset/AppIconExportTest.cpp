@@ -1,9 +1,9 @@
 #include "media/AppIconExport.h"
 
 #include "IconTestSupport.h"
-#include "actions/FileHash.h"
 #include "media/IcnsFile.h"
 #include "media/ImageFile.h"
+#include "support/FileHash.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

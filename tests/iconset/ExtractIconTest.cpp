@@ -14,8 +14,8 @@ TEST_F(ExtractIcon, EverySelectedItemIsSavedBesideItUnderAFreeName) {
     std::string odd = work.write("a \"b\" $(touch pwned).txt", "text");
     std::string app = work.mkdir("Clock.app");
     select({photo, odd, app, work / "vanished.txt"});
-    sync->extractIcon();
-    sync->extractIcon();
+    commands::extractIcon(sync.cx());
+    commands::extractIcon(sync.cx());
     for (const char* name :
          {"photo-1.png", "a \"b\" $(touch pwned).png", "Clock.png", "Clock-1.png", "photo-2.png"}) {
         EXPECT_EQ(identifySize(work / name), std::make_pair(1024, 1024)) << name;

@@ -11,14 +11,14 @@ class NewFileFixture : public ActionsFixture {
     // Runs the action for the item as dispatch does, with `selection` selected.
     void create(const PXMenuItem::Ptr& item, std::vector<std::string> selection) {
         select(std::move(selection), "");
-        FinderSync sync;
-        sync.createFileWithItem(item);
+        Session sync{*this};
+        commands::createFile(sync.cx(), *item);
         queue::runUntilIdle();
     }
     void createIn(const PXMenuItem::Ptr& item) { create(item, {work.path()}); }
     // The factory entry with the key (extension), as the menu lists build it.
-    static PXMenuItem::Ptr templateItem(const std::string& key) {
-        for (auto& item : PXMenuManager::newFileTemplateMenuArray(true))
+    PXMenuItem::Ptr templateItem(const std::string& key) {
+        for (auto& item : store->newFileTemplateMenuArray(true))
             if (item->key == key) return item;
         ADD_FAILURE() << "no template " << key;
         return PXMenuItem::create(key);

@@ -22,8 +22,8 @@ class TemplatesTest : public NewFileFixture {
         createIn(PXMenuItem::create("New File From Window"));
     }
     // The chooser's answer for the entry with the key.
-    static std::string choose(const std::string& key) {
-        auto all = PXMenuManager::newFileTemplateMenuArray(true);
+    std::string choose(const std::string& key) {
+        auto all = store->newFileTemplateMenuArray(true);
         for (std::size_t i = 0; i < all.size(); ++i)
             if (all[i]->key == key) return "choose " + std::to_string(i);
         ADD_FAILURE() << key;
@@ -35,7 +35,7 @@ TEST_F(TemplatesTest, AnImageIsItsOwnIconDrawnCentredInto60By60) {
     const std::string image = work / "wide.png";
     ASSERT_EQ(runProcess({"convert", "-size", "40x20", "xc:#FF0000", image}).exitStatus, 0);
     addToTemplate(image);
-    auto entry = PXMenuManager::newFileTemplateMenuArray(true).back();
+    auto entry = store->newFileTemplateMenuArray(true).back();
     const std::string icon = entry->iconPath;
     EXPECT_EQ(icon, entry->templatePath + ".png");
     EXPECT_EQ(runProcess({"identify", "-format", "%wx%h", icon}).out, "60x60");
@@ -47,7 +47,7 @@ TEST_F(TemplatesTest, AFolderIsCopiedWholeEachTime) {
     work.mkdir("Site/empty");
     std::filesystem::create_symlink("css/site.css", work / "Site/link");
     addToTemplate(work / "Site");
-    auto item = PXMenuManager::newFileTemplateMenuArray(true).back();
+    auto item = store->newFileTemplateMenuArray(true).back();
     EXPECT_EQ(item->ext, "");
     EXPECT_EQ(item->displayName, "Site");
     TempDir target;
@@ -62,11 +62,11 @@ TEST_F(TemplatesTest, AFolderIsCopiedWholeEachTime) {
 }
 
 TEST_F(TemplatesTest, AnUncopyableItemAddsNothing) {
-    const std::size_t before = PXMenuManager::newFileTemplateMenuArray(true).size();
+    const std::size_t before = store->newFileTemplateMenuArray(true).size();
     ASSERT_EQ(::mkfifo((work / "pipe").c_str(), 0600), 0);
     addToTemplate(work / "pipe");
     addToTemplate(work / "vanished.txt");
-    EXPECT_EQ(PXMenuManager::newFileTemplateMenuArray(true).size(), before);
+    EXPECT_EQ(store->newFileTemplateMenuArray(true).size(), before);
     EXPECT_EQ(alertTexts(), Names(2, localized("Error Common Tip")));
     EXPECT_TRUE(listing(data.path() + "/PXFileTemplate").empty());
 }

@@ -9,7 +9,7 @@
 using namespace px;
 using namespace px::test;
 using Launch = platform::FakeApplications::Launch;
-using Request = platform::FakeServices::Request;
+using ServiceRequest = platform::FakeServices::Request;
 using Strings = std::vector<std::string>;
 
 namespace {
@@ -17,9 +17,9 @@ namespace {
 class OpenActionsTest : public ActionsFixture {
   protected:
     void open(const std::string& app, std::optional<std::string> path = std::nullopt) {
-        sync.openWithApp(appItem(app), path);
+        commands::openWithApp(sync.cx(), *appItem(app), path);
     }
-    FinderSync sync;
+    Session sync{*this};
 };
 
 TEST_F(OpenActionsTest, AFailedItemFallsBackToTheApplicationAloneAndAMissingOneIsReportedOnce) {
@@ -44,7 +44,6 @@ TEST_F(OpenActionsTest, AGivenPathAProtectedFolderAndAnEntryWithoutApplication) 
     open("Viewer", folder);
     open(" \n");
     open("(null)");
-    sync.openWithApp(nullptr, std::nullopt);
     // The home folder behind the menu is not handed to applications, except to Warp.
     selectFor(sync, {}, home, false);
     open("Viewer");
@@ -60,17 +59,20 @@ TEST_F(OpenActionsTest, AGivenPathAProtectedFolderAndAnEntryWithoutApplication) 
 TEST_F(OpenActionsTest, ServicesGetTheSelectionTheGivenFolderOrTheDesktopOnTheMainThreadOnly) {
     std::string a = work.write("a.txt"), b = work.mkdir("b");
     selectFor(sync, {a, b}, work.path(), true);
-    sync.openServe("New Terminal at Folder", std::nullopt);
-    sync.openServe("New iTerm2 Tab Here", b);
+    commands::openService(sync.cx(), "New Terminal at Folder", std::nullopt);
+    commands::openService(sync.cx(), "New iTerm2 Tab Here", b);
     selectFor(sync, {}, "/", false);
-    sync.openServe("New Terminal Tab at Folder", std::nullopt);
+    commands::openService(sync.cx(), "New Terminal Tab at Folder", std::nullopt);
     bool answer = true;
-    std::thread([&] { answer = PXTools::runService("New Terminal at Folder", {a}); }).join();
+    std::thread([&] {
+        answer = PXTools::runService(*systemServices, "New Terminal at Folder", {a});
+    }).join();
     EXPECT_FALSE(answer);
-    EXPECT_EQ(services->requests(), (std::vector<Request>{{"New Terminal at Folder", {a, b}},
-                                                          {"New iTerm2 Tab Here", {b}},
-                                                          {"New Terminal Tab at Folder",
-                                                           {xdg::userDirectory("DESKTOP")}}}));
+    EXPECT_EQ(systemServices->requests(),
+              (std::vector<ServiceRequest>{
+                  {"New Terminal at Folder", {a, b}},
+                  {"New iTerm2 Tab Here", {b}},
+                  {"New Terminal Tab at Folder", {xdg::userDirectory("DESKTOP")}}}));
 }
 
 TEST_F(OpenActionsTest, TheCommonPathEntryChosenDecidesWhatOpens) {
@@ -85,9 +87,10 @@ TEST_F(OpenActionsTest, TheCommonPathEntryChosenDecidesWhatOpens) {
 
     for (const auto& item : {terminal, appItem("Viewer"), child, PXMenuItem::Ptr{},
                              PXMenuItem::create("More Files"), show})
-        sync.openCommonPath(folder, item);
-    sync.openCommonPath(file, show);
-    EXPECT_EQ(services->requests(), (std::vector<Request>{{"New Terminal at Folder", {folder}}}));
+        commands::openCommonPath(sync.cx(), folder, item.get());
+    commands::openCommonPath(sync.cx(), file, show.get());
+    EXPECT_EQ(systemServices->requests(),
+              (std::vector<ServiceRequest>{{"New Terminal at Folder", {folder}}}));
     EXPECT_EQ(apps->launches(), (std::vector<Launch>{{"Viewer", {folder}}}));
     EXPECT_EQ(workspace->opened,
               (Strings{fileUrl(inner), fileUrl(folder), fileUrl(folder), fileUrl(folder)}));
@@ -97,12 +100,12 @@ TEST_F(OpenActionsTest, TheCommonPathEntryChosenDecidesWhatOpens) {
 }
 
 TEST_F(OpenActionsTest, AVanishedOrRefusedCommonPathIsExplained) {
-    sync.openCommonPath(work / "gone", nullptr);
+    commands::openCommonPath(sync.cx(), work / "gone", nullptr);
     EXPECT_TRUE(workspace->opened.empty());
     std::string folder = work.mkdir("fav");
     workspace->answer = false;
     ui->answers({"button 1000", "button 1001"});
-    sync.openCommonPath(folder, nullptr);
+    commands::openCommonPath(sync.cx(), folder, nullptr);
     ASSERT_EQ(ui->alerts().size(), 2u);
     EXPECT_EQ(ui->alerts()[0].informative, localized("Common Path Not Exist Tip"));
     EXPECT_NE(ui->alerts()[1].informative.find(folder), std::string::npos);

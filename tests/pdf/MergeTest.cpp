@@ -1,8 +1,8 @@
 #include "PdfTestTools.h"
 #include "SamplePdf.h"
-#include "config/Localization.h"
 #include "media/ImageFile.h"
 #include "media/PdfTools.h"
+#include "support/Localization.h"
 #include "support_files/TestSupport.h"
 
 #include <gmock/gmock.h>

@@ -1,8 +1,8 @@
-#include "support/PXCheckPermit.h"
+#include "extension/PXCheckPermit.h"
 
 #include "PermitTestSupport.h"
-#include "config/Localization.h"
 #include "support/AccessDescription.h"
+#include "support/Localization.h"
 
 namespace px {
 namespace {
@@ -10,15 +10,13 @@ namespace {
 class CheckPermitTest : public test::PermitTest {
   protected:
     // Runs the action check and answers which block ran: "success", "failure" or "".
-    static std::string actionCheck(const std::string& path) {
+    std::string actionCheck(const std::string& path) {
         std::string ran;
-        PXCheckPermit::checkPermitWithPath(
+        permits().checkPermitWithPath(
             path, [&] { ran += "success"; }, [&] { ran += "failure"; });
         return ran;
     }
-    static std::vector<std::string> granted() {
-        return PXURLCache::sharedInstance().availablePaths();
-    }
+    std::vector<std::string> granted() { return cache().availablePaths(); }
 };
 
 TEST_F(CheckPermitTest, TheSilentCheckPassesForWhatTheProcessMayReadAndList) {
@@ -27,22 +25,22 @@ TEST_F(CheckPermitTest, TheSilentCheckPassesForWhatTheProcessMayReadAndList) {
     std::string file = scratch.write("open/file.txt", "x");
     std::string closedFile = scratch.write("secret.txt", "x");
     ::chmod(closedFile.c_str(), 0);
-    EXPECT_FALSE(PXCheckPermit::checkPermitWithPath(" \n"));
+    EXPECT_FALSE(permits().checkPermitWithPath(" \n"));
     EXPECT_EQ(actionCheck(""), "");
     EXPECT_TRUE(test::checkUnprivileged(scratch.path(), [&] {
-        REQUIRE(PXCheckPermit::checkPermitWithPath(open));
-        REQUIRE(PXCheckPermit::checkPermitWithPath(file));
+        REQUIRE(permits().checkPermitWithPath(open));
+        REQUIRE(permits().checkPermitWithPath(file));
         for (const auto& refused : {closed, closedFile, listOnly, scratch / "missing"})
-            REQUIRE(!PXCheckPermit::checkPermitWithPath(refused));
-        PXURLCache::sharedInstance().saveSecurityURL(closed);
-        REQUIRE(PXCheckPermit::checkPermitWithPath(closed + "/inside"));
+            REQUIRE(!permits().checkPermitWithPath(refused));
+        cache().saveSecurityURL(closed);
+        REQUIRE(permits().checkPermitWithPath(closed + "/inside"));
         return true;
     }));
 }
 
 TEST_F(CheckPermitTest, AGrantOrTheRightToWriteNeedsNoPrompt) {
     std::string writable = folder("writable", 0777), grantedFolder = folder("granted", 0555);
-    PXURLCache::sharedInstance().saveSecurityURL(grantedFolder);
+    cache().saveSecurityURL(grantedFolder);
     EXPECT_TRUE(test::checkUnprivileged(scratch.path(), [&] {
         REQUIRE(actionCheck(writable) == "success");
         REQUIRE(actionCheck(grantedFolder + "/new") == "success");

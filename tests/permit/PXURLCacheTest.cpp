@@ -1,4 +1,4 @@
-#include "support/PXURLCache.h"
+#include "config/PXURLCache.h"
 
 #include "PermitTestSupport.h"
 #include "platform/linux/PlistFileSettings.h"
@@ -11,7 +11,6 @@ using Paths = std::vector<std::string>;
 class URLCacheTest : public test::PermitTest {
   protected:
     Paths granted() { return cache().availablePaths(); }
-    PXURLCache& cache() { return PXURLCache::sharedInstance(); }
     std::optional<std::string> grantFor(const std::string& path) {
         return cache().urlWithAllowAccessToPath(path);
     }
@@ -63,7 +62,8 @@ TEST_F(URLCacheTest, MatchesAPathReachedThroughASymbolicLinkAndSurvivesLinkLoops
 }
 
 TEST_F(URLCacheTest, GrantsOutliveTheProcessInTheStandardDefaultsFile) {
-    installPlatform(nullptr); // the real file under $XDG_CONFIG_HOME
+    reopen(std::make_shared<platform::PlistFileSettings>(xdg.configHome() +
+                                                         "/pxmenu/extension.plist"));
     std::string kept = folder("kept");
     cache().saveSecurityURL(kept);
     platform::PlistFileSettings file(xdg.configHome() + "/pxmenu/extension.plist");
@@ -71,15 +71,14 @@ TEST_F(URLCacheTest, GrantsOutliveTheProcessInTheStandardDefaultsFile) {
     ASSERT_TRUE(bookmark.isData());
     EXPECT_EQ(std::string(bookmark.data().begin(), bookmark.data().end()), kept);
 
-    PXURLCache::resetForTesting();
-    installPlatform(nullptr);
+    reopen();
     EXPECT_EQ(grantFor(kept + "/x"), kept);
 }
 
 TEST_F(URLCacheTest, AStaleGrantGivesNothingButStaysStored) {
     std::string gone = folder("gone");
     cache().saveSecurityURL(gone);
-    PXURLCache::resetForTesting();
+    reopen();
     std::filesystem::remove(gone);
     EXPECT_EQ(grantFor(gone + "/x"), std::nullopt);
     EXPECT_EQ(cache().securityScopedURLForPath(gone), std::nullopt);
@@ -90,7 +89,7 @@ TEST_F(URLCacheTest, AStaleGrantGivesNothingButStaysStored) {
 
 TEST_F(URLCacheTest, DamagedStoredValuesAreReportedOrKeptButNeverUsed) {
     defaults->setObject(PXURLCache::cachedURLsKey, plist::Value("broken"));
-    PXURLCache::resetForTesting();
+    reopen();
     testing::internal::CaptureStderr();
     EXPECT_TRUE(granted().empty());
     EXPECT_NE(testing::internal::GetCapturedStderr().find("px cached urls"), std::string::npos);
@@ -98,7 +97,7 @@ TEST_F(URLCacheTest, DamagedStoredValuesAreReportedOrKeptButNeverUsed) {
     defaults->setObject(PXURLCache::cachedURLsKey,
                         plist::Value::makeDictionary({{"/junk", plist::Value("not data")},
                                                       {"/empty", plist::Value::makeData({})}}));
-    PXURLCache::resetForTesting();
+    reopen();
     EXPECT_EQ(grantFor("/junk/x"), std::nullopt);
     EXPECT_EQ(grantFor("/empty"), std::nullopt);
     cache().saveSecurityURL(folder("usable"));

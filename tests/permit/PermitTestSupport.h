@@ -1,10 +1,10 @@
 #pragma once
 
 #include "actions/PrivilegeDrop.h"
-#include "platform/Platform.h"
+#include "config/PXURLCache.h"
+#include "extension/PXCheckPermit.h"
+#include "platform/MemorySettings.h"
 #include "platform/fake/FakeUi.h"
-#include "platform/fake/MemorySettings.h"
-#include "support/PXURLCache.h"
 #include "support_files/TestSupport.h"
 
 #include <filesystem>
@@ -14,25 +14,22 @@
 namespace px::test {
 
 // Home and XDG folders in a temporary folder, a scripted Ui and in-memory standard defaults,
-// and a fresh shared cache for every test.
+// and a fresh grant cache for every test.
 class PermitTest : public ::testing::Test {
   protected:
-    void SetUp() override {
-        PXURLCache::resetForTesting();
-        installPlatform(defaults);
+    // The grants as a request reads them from the standard defaults.
+    PXURLCache& cache() {
+        if (!m_cache) m_cache = std::make_unique<PXURLCache>(*suite);
+        return *m_cache;
     }
-    void TearDown() override {
-        PXURLCache::resetForTesting();
-        platform::install({});
+    // The checks of a request with the fixture's Ui and grants.
+    PXCheckPermit permits() { return PXCheckPermit(*ui, cache()); }
+    // The next request reads the grants afresh, from `standardDefaults` when given.
+    void reopen(std::shared_ptr<platform::Settings> standardDefaults = nullptr) {
+        m_cache.reset();
+        if (standardDefaults) suite = std::move(standardDefaults);
     }
-    // Installs the Ui with these standard defaults; none means the real file under
-    // $XDG_CONFIG_HOME.
-    void installPlatform(std::shared_ptr<platform::Settings> standardDefaults) {
-        platform::Platform installed;
-        installed.ui = ui;
-        installed.standardDefaults = std::move(standardDefaults);
-        platform::install(std::move(installed));
-    }
+
     // A new folder in the scratch folder, its path free of symbolic links.
     std::string folder(const std::string& name, mode_t mode = 0755) const {
         std::string path = std::filesystem::canonical(scratch.mkdir(name)).string();
@@ -45,6 +42,10 @@ class PermitTest : public ::testing::Test {
     std::shared_ptr<platform::FakeUi> ui = std::make_shared<platform::FakeUi>();
     std::shared_ptr<platform::MemorySettings> defaults =
         std::make_shared<platform::MemorySettings>();
+    std::shared_ptr<platform::Settings> suite = defaults;
+
+  private:
+    std::unique_ptr<PXURLCache> m_cache;
 };
 
 // Inside a check: reports a failed condition on standard error and makes the check fail.

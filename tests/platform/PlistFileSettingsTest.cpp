@@ -1,6 +1,6 @@
 #include "platform/linux/PlistFileSettings.h"
 
-#include "config/PlistCodec.h"
+#include "plist/PlistCodec.h"
 #include "support/ReadScope.h"
 #include "support_files/TestSupport.h"
 
@@ -116,6 +116,23 @@ TEST_F(PlistFileSettingsTest, ADamagedFileIsReportedOnceAndKeptAsideNeverOverwri
     writeOverDamage(); // a root that is no dictionary
     EXPECT_EQ(test::readFile(path() + ".broken"), text.substr(0, text.size() / 2));
     EXPECT_TRUE(test::exists(path() + ".broken-1"));
+}
+
+TEST_F(PlistFileSettingsTest, CountersStopAtTheLargestInteger) {
+    const std::vector<std::pair<const char*, std::string>> stored{
+        {"an integer", "<integer>9223372036854775807</integer>"},
+        {"a real past it", "<real>1e300</real>"},
+        {"one below", "<integer>9223372036854775806</integer>"},
+    };
+    for (const auto& [what, xml] : stored) {
+        SCOPED_TRACE(what);
+        dir.write("group.plist", "<?xml version=\"1.0\"?>\n<plist version=\"1.0\"><dict>"
+                                 "<key>use count</key>" +
+                                     xml + "</dict></plist>\n");
+        EXPECT_EQ(mine.increment("use count"), INT64_MAX);
+        EXPECT_EQ(mine.increment("use count"), INT64_MAX);
+        EXPECT_EQ(theirs.integerForKey("use count"), INT64_MAX);
+    }
 }
 
 } // namespace

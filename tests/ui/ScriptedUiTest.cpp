@@ -1,7 +1,7 @@
 #include "platform/linux/ScriptedUi.h"
 
-#include "config/Localization.h"
 #include "platform/linux/TranscriptPasteboard.h"
+#include "support/Localization.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

@@ -1,6 +1,6 @@
 #include "platform/linux/TerminalUi.h"
 
-#include "config/Localization.h"
+#include "support/Localization.h"
 
 #include <gtest/gtest.h>
 #include <sstream>

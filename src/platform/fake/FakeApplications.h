@@ -23,6 +23,10 @@ class FakeApplications final : public Applications {
 
     bool openWithApplication(const std::string& appName,
                              const std::vector<std::string>& paths) override;
+    // Records the entry as a launch of that name with no items; installed names start it.
+    bool launchDesktopEntry(const std::string& desktopId) override {
+        return openWithApplication(desktopId, {});
+    }
     const std::vector<Launch>& launches() const { return m_launches; }
 
   private:

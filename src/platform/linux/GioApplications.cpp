@@ -1,6 +1,7 @@
 #include "platform/linux/GioApplications.h"
 
 #include "support/FileIO.h"
+#include "support/GlibOwners.h"
 
 #include <algorithm>
 #include <cctype>
@@ -15,16 +16,7 @@ namespace px::platform {
 
 namespace {
 
-struct GObjectUnref {
-    void operator()(gpointer object) const {
-        if (object) g_object_unref(object);
-    }
-};
-using AppPtr = std::unique_ptr<GAppInfo, GObjectUnref>;
-
-struct GErrorFree {
-    void operator()(GError* error) const { g_error_free(error); }
-};
+using AppPtr = glib::Object<GAppInfo>;
 
 // The GFile list GIO launches with; owns its files.
 class FileList {
@@ -143,13 +135,20 @@ bool GioApplications::openWithApplication(const std::string& appName,
         fmt::print(stderr, "pxmenu: no installed application is called \"{}\"\n", appName);
         return false;
     }
-    GError* error = nullptr;
-    bool launched = launch(app.get(), paths, &error);
-    std::unique_ptr<GError, GErrorFree> owned(error);
+    glib::ErrorSlot error;
+    bool launched = launch(app.get(), paths, error.out());
     if (!launched)
-        fmt::print(stderr, "pxmenu: cannot start \"{}\": {}\n", appName,
-                   owned ? owned->message : "unknown failure");
+        fmt::print(stderr, "pxmenu: cannot start \"{}\": {}\n", appName, error.message());
     return launched;
+}
+
+bool GioApplications::launchDesktopEntry(const std::string& desktopId) {
+    glib::Object<GDesktopAppInfo> info(g_desktop_app_info_new(desktopId.c_str()));
+    if (!info) return false;
+    glib::ErrorSlot error;
+    if (g_app_info_launch(G_APP_INFO(info.get()), nullptr, nullptr, error.out())) return true;
+    fmt::print(stderr, "pxmenu: cannot start {}: {}\n", desktopId, error.message());
+    return false;
 }
 
 } // namespace px::platform

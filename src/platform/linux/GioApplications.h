@@ -19,6 +19,7 @@ class GioApplications final : public Applications {
   public:
     bool openWithApplication(const std::string& appName,
                              const std::vector<std::string>& paths) override;
+    bool launchDesktopEntry(const std::string& desktopId) override;
 };
 
 // The desktop-file ids tried for an application name, in order and without repeats:

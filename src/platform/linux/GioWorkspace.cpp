@@ -1,5 +1,6 @@
 #include "platform/linux/GioWorkspace.h"
 
+#include "support/GlibOwners.h"
 #include "support/Queues.h"
 
 #include <gio/gio.h>
@@ -9,16 +10,7 @@ namespace px::platform {
 
 namespace {
 
-template <typename T> struct GObjectDeleter {
-    void operator()(T* object) const {
-        if (object) g_object_unref(object);
-    }
-};
-template <typename T> using GObjectPtr = std::unique_ptr<T, GObjectDeleter<T>>;
-
-struct GErrorDeleter {
-    void operator()(GError* error) const { g_error_free(error); }
-};
+template <typename T> using GObjectPtr = glib::Object<T>;
 
 std::string fileUri(const std::string& path) {
     GObjectPtr<GFile> file(g_file_new_for_path(path.c_str()));
@@ -40,7 +32,7 @@ std::string mountRoot(GMount* mount) {
 bool showItemsOverDBus(const std::string& path) {
     GError* error = nullptr;
     GObjectPtr<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, &error));
-    std::unique_ptr<GError, GErrorDeleter> ownedError(error);
+    glib::Error ownedError(error);
     if (!bus) return false;
     std::string uri = fileUri(path);
     const gchar* uris[] = {uri.c_str(), nullptr};

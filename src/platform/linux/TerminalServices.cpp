@@ -1,9 +1,8 @@
 #include "platform/linux/TerminalServices.h"
 
-#include "actions/FileHash.h"
-#include "config/PXMenuManager.h"
-#include "platform/linux/ProcessSpawn.h"
+#include "support/ProcessSpawn.h"
 #include "platform/linux/TerminalTable.h"
+#include "support/FileHash.h"
 
 #include <climits>
 #include <cstdio>
@@ -89,10 +88,6 @@ std::optional<std::string> folderFor(const std::string& path) {
     return std::nullopt;
 }
 
-std::optional<std::string> sharedPreference() {
-    return PXMenuManager::sharedDefaults().stringForKey("second terminal");
-}
-
 bool openTerminalAt(const Terminal& terminal, const std::string& path, bool tab) {
     auto folder = folderFor(path);
     if (!folder) {
@@ -107,7 +102,9 @@ bool openTerminalAt(const Terminal& terminal, const std::string& path, bool tab)
 
 } // namespace
 
-TerminalServices::TerminalServices() : TerminalServices(sharedPreference) {}
+TerminalServices::Preference TerminalServices::preferenceIn(std::shared_ptr<Settings> suite) {
+    return [suite = std::move(suite)] { return suite->stringForKey("second terminal"); };
+}
 
 TerminalServices::TerminalServices(Preference secondTerminal)
     : m_secondTerminal(std::move(secondTerminal)) {}

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/Services.h"
+#include "platform/Settings.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,11 +19,12 @@ namespace px::platform {
 // the item itself when it is a folder and at its enclosing folder otherwise.
 class TerminalServices final : public Services {
   public:
-    // The preference naming the second terminal; by default read from the shared suite.
+    // The preference naming the second terminal.
     using Preference = std::function<std::optional<std::string>()>;
 
-    TerminalServices();
     explicit TerminalServices(Preference secondTerminal);
+    // Reads the second terminal from "second terminal" in the suite.
+    static Preference preferenceIn(std::shared_ptr<Settings> suite);
 
     bool performService(const std::string& name, const std::vector<std::string>& paths) override;
 

@@ -1,7 +1,7 @@
 #include "platform/linux/TerminalUi.h"
 
-#include "config/Localization.h"
 #include "platform/PromptSupport.h"
+#include "support/Localization.h"
 
 #include <algorithm>
 #include <charconv>
