@@ -108,8 +108,10 @@ for entry in json.load(sys.stdin):
     if entry["key"] == "Convert to":
         print(next(c["tag"] for c in entry["children"] if c["key"] == "JPEG"))')
 : >"$scratch/answers"
-PXMENU_EXTRA_ENV=LD_DEBUG=files pxmenu run --tag "$tag" --ui "script:$scratch/answers" \
-    "${request[@]}" 2>"$scratch/loads" >"$scratch/transcript"
+# The conversion runs in the worker beside the module; the loader writes one log per process.
+PXMENU_EXTRA_ENV="LD_DEBUG=files LD_DEBUG_OUTPUT=$scratch/loads" pxmenu run --tag "$tag" \
+    --ui "script:$scratch/answers" "${request[@]}" >"$scratch/transcript"
+cat "$scratch"/loads.* >"$scratch/loads" 2>/dev/null || true
 grep -q "file=$root/usr/lib/\(.*/\)\?pxmenu/pxmenu-imaging.so" "$scratch/loads" ||
     fail "the module was not loaded from the scratch root: $(grep -m3 imaging "$scratch/loads")"
 [ "$(identify -format %m "$work/red.jpeg")" = JPEG ] || fail "no JPEG made"

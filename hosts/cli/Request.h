@@ -15,9 +15,14 @@ struct RequestOptions {
     std::string target;
     int kind = 0;
     std::vector<std::string> keys;
+    // A file of NUL-terminated paths added to the selection, then removed: a plugin hands over a
+    // selection too large for an argument vector this way.
+    std::string pathsFrom;
 
     void addOptions(CLI::App& command);
-    // The request on the user's store with these services: absolute selection, target
+    // The selection: the paths given, then those of the --paths-from file, absolute.
+    std::vector<std::string> selection() const;
+    // The request on the user's store with these services: the selection above, target
     // defaulting to the current folder.
     Request::Options toRequest(platform::Platform services) const;
 };

@@ -4,9 +4,11 @@
 #include "config/PXMenuManager.h"
 #include "extension/PXCheckPermit.h"
 #include "support/FileIO.h"
+#include "support/LocalMounts.h"
 #include "support/Localization.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <dirent.h>
 #include <fcntl.h>
@@ -78,11 +80,20 @@ class FolderListing {
     std::size_t m_offset = 0;
 };
 
-// Calls `visit` for each visible entry in listing order until it answers false.
+// Calls `visit` for each visible entry in listing order until it answers false. A menu request
+// lists several folders, in the file manager's main thread: each listing stops after a bounded
+// number of entries or time, and folders on network shares are not listed at all.
 template <typename Visit> void forEachVisibleEntry(const std::string& folder, Visit visit) {
+    if (!mounts::isOnLocalMount(folder)) return;
+    const auto deadline = std::chrono::steady_clock::now() + PXHelper::kListingTimeBudget;
     FolderListing listing(folder);
-    while (const dirent64* entry = listing.next())
+    std::size_t seen = 0;
+    while (const dirent64* entry = listing.next()) {
         if (entry->d_name[0] != '.' && !visit(*entry)) return;
+        if (++seen % 64 != 0) continue;
+        if (seen >= PXHelper::kMaxListedEntries || std::chrono::steady_clock::now() > deadline)
+            return;
+    }
 }
 
 PXMenuItem::List authorizeOnly() {
@@ -113,6 +124,7 @@ PXMenuItem::List PXHelper::nextTypeAppMenu() const {
 }
 
 PXMenuItem::List PXHelper::commomPathNextMenuWithPath(const std::string& path) const {
+    if (!mounts::isOnLocalMount(path)) return {};
     if (!m_request.permits().checkPermitWithPath(path)) return authorizeOnly();
     PXMenuItem::List items;
     switch (m_request.preferences().integerForKey(menukey::kCommonPathNextMenu)) {
@@ -135,6 +147,7 @@ PXMenuItem::List PXHelper::commomPathNextMenuWithPath(const std::string& path) c
 }
 
 PXMenuItem::List PXHelper::commomPathChildFolderItemWithPath(const std::string& path) const {
+    if (!mounts::isOnLocalMount(path)) return {};
     if (!m_request.permits().checkPermitWithPath(path)) return authorizeOnly();
     PXMenuItem::List items;
     forEachVisibleEntry(path, [&](const dirent64& entry) {
