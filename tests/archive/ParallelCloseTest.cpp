@@ -13,7 +13,7 @@ namespace {
 
 std::string text(std::size_t size) {
     std::string out;
-    for (int line = 0; out.size() < size; ++line)
+    for (std::size_t line = 0; out.size() < size; ++line)
         out += "entry " + std::to_string(line * 7919 % 10007) + " of a long listing\n";
     out.resize(size);
     return out;
