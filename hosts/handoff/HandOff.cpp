@@ -35,7 +35,7 @@ bool nobodyServes(const Error& error) {
     ::dup2(null, 1);
     ::dup2(errors >= 0 ? errors : null, 2);
     ::close_range(3, ~0U, 0);
-    ::chdir("/");
+    if (::chdir("/") != 0) ::_exit(127); // "/" is always there; a failure is a broken system
     const char* argv[] = {program.c_str(), nullptr};
     if (program.find('/') == std::string::npos)
         ::execvp(program.c_str(), const_cast<char* const*>(argv));
