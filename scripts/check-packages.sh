@@ -98,7 +98,7 @@ run_checks() {
 }
 run_checks
 
-step "an image conversion loads the installed module"
+step "an image conversion runs the installed image code"
 pxmenu config set right "Convert to" disabled false
 convert -size 8x6 xc:red "$work/red.png"
 request=(--target "$work" -- "$work/red.png")
@@ -112,7 +112,7 @@ for entry in json.load(sys.stdin):
 PXMENU_EXTRA_ENV="LD_DEBUG=files LD_DEBUG_OUTPUT=$scratch/loads" pxmenu run --tag "$tag" \
     --ui "script:$scratch/answers" "${request[@]}" >"$scratch/transcript"
 cat "$scratch"/loads.* >"$scratch/loads" 2>/dev/null || true
-grep -q "file=$root/usr/lib/\(.*/\)\?pxmenu/pxmenu-imaging.so" "$scratch/loads" ||
+grep -q "$root/usr/lib/\(.*/\)\?pxmenu/pxmenu-imaging\(.so\|-worker\)" "$scratch/loads" ||
     fail "the module was not loaded from the scratch root: $(grep -m3 imaging "$scratch/loads")"
 [ "$(identify -format %m "$work/red.jpeg")" = JPEG ] || fail "no JPEG made"
 
