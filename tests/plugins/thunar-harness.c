@@ -41,18 +41,18 @@ static void harness_thunar_module_init(HarnessThunarModule* self) {
     (void)self;
 }
 
-static void get_property(GObject* object, guint id, GValue* value, GParamSpec* spec) {
+static void get_property(GObject* object, guint id, GValue* value, GParamSpec* pspec) {
     (void)object;
     (void)id;
-    (void)spec;
+    (void)pspec;
     g_value_set_boolean(value, TRUE);
 }
 
-static void set_property(GObject* object, guint id, const GValue* value, GParamSpec* spec) {
+static void set_property(GObject* object, guint id, const GValue* value, GParamSpec* pspec) {
     (void)object;
     (void)id;
     (void)value;
-    (void)spec;
+    (void)pspec;
 }
 
 static void harness_thunar_module_class_init(HarnessThunarModuleClass* klass) {
